@@ -1,0 +1,60 @@
+#pragma once
+// Run-time failures. The analysis has no handler for any of them: whatever
+// leaves an event handler goes to the application's unhandled path, which
+// shows it to the user and keeps the program running.
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace drav {
+
+class RuntimeException : public std::runtime_error {
+ public:
+  explicit RuntimeException(const std::string& message, std::int64_t errorNumber = 0)
+      : std::runtime_error(message), errorNumber_(errorNumber) {}
+  // The failure's code; for file failures the system's errno value.
+  std::int64_t ErrorNumber() const { return errorNumber_; }
+
+ private:
+  std::int64_t errorNumber_;
+};
+
+// A file that exists could not be opened, or a read from it failed.
+class IOException : public RuntimeException {
+ public:
+  IOException(std::string path, std::int64_t errorNumber);
+  // The file, as the program was given it.
+  const std::string& Path() const { return path_; }
+  // The system's own words for ErrorNumber.
+  std::string Reason() const;
+
+ private:
+  std::string path_;
+};
+
+// An empty reference was used where an object must be.
+class NilObjectException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+
+// A table was addressed outside its bounds.
+class OutOfBoundsException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+
+// A control or menu item was fetched as a class it is not.
+class IllegalCastException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+
+// A property sheet or other design-time data does not have the form the
+// program was built with.
+class UnsupportedFormatException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+
+}  // namespace drav

@@ -1,0 +1,125 @@
+#include "analysis/text_input_stream.hpp"
+
+#include <cerrno>
+
+#include "analysis/runtime_exception.hpp"
+#include "analysis/utf8.hpp"
+
+namespace drav {
+namespace {
+
+constexpr std::size_t kChunk = 64 * 1024;
+
+bool StartsWith(std::string_view s, std::string_view prefix) { return s.substr(0, prefix.size()) == prefix; }
+
+}  // namespace
+
+TextInputStream TextInputStream::Open(FolderItem& item) {
+  errno = 0;
+  std::FILE* file = std::fopen(item.Path().c_str(), "rb");
+  if (file == nullptr) {
+    item.SetLastErrorCode(errno != 0 ? errno : EIO);
+    throw IOException(item.Path().string(), item.LastErrorCode());
+  }
+  item.SetLastErrorCode(0);
+  // The stream keeps its own chunk buffer; a second one in stdio is waste.
+  std::setvbuf(file, nullptr, _IONBF, 0);
+  return TextInputStream(file, item.Path().string());
+}
+
+std::string TextInputStream::ReadLine() {
+  std::string line;
+  for (;;) {
+    if (position_ >= buffer_.size() && !Fill()) break;
+    const std::size_t end = buffer_.find_first_of("\r\n", position_);
+    if (end == std::string::npos) {
+      line.append(buffer_, position_);
+      position_ = buffer_.size();
+      continue;
+    }
+    line.append(buffer_, position_, end - position_);
+    position_ = end + 1;
+    // A CR may be the first half of CR LF split across two chunks.
+    if (buffer_[end] == '\r') {
+      if (position_ >= buffer_.size()) Fill();
+      if (position_ < buffer_.size() && buffer_[position_] == '\n') ++position_;
+    }
+    return Finish(std::move(line));
+  }
+  return Finish(std::move(line));
+}
+
+bool TextInputStream::Fill() {
+  buffer_.erase(0, position_);
+  position_ = 0;
+  if (atEnd_) return false;
+
+  raw_.resize(kChunk);
+  errno = 0;
+  const std::size_t got = std::fread(raw_.data(), 1, kChunk, file_.get());
+  if (got < kChunk) {
+    if (std::ferror(file_.get())) throw IOException(path_, errno != 0 ? errno : EIO);
+    atEnd_ = true;
+  }
+  std::string_view raw(raw_.data(), got);
+  const std::size_t before = buffer_.size();
+  if (source_ == Source::Unknown) DetectSource(raw);
+  if (source_ == Source::Utf8) {
+    buffer_.append(raw);
+  } else {
+    DecodeUtf16(raw, atEnd_);
+  }
+  return buffer_.size() > before;
+}
+
+void TextInputStream::DetectSource(std::string_view& raw) {
+  if (StartsWith(raw, "\xEF\xBB\xBF")) {
+    raw.remove_prefix(3);
+    source_ = Source::Utf8;
+  } else if (StartsWith(raw, "\xFF\xFE")) {
+    raw.remove_prefix(2);
+    source_ = Source::Utf16LE;
+  } else if (StartsWith(raw, "\xFE\xFF")) {
+    raw.remove_prefix(2);
+    source_ = Source::Utf16BE;
+  } else {
+    source_ = Source::Utf8;
+  }
+}
+
+void TextInputStream::DecodeUtf16(std::string_view raw, bool atEnd) {
+  std::string bytes = carry_;
+  bytes.append(raw);
+  std::size_t i = 0;
+  for (; i + 1 < bytes.size(); i += 2) {
+    const auto b0 = static_cast<unsigned char>(bytes[i]);
+    const auto b1 = static_cast<unsigned char>(bytes[i + 1]);
+    const char32_t unit = source_ == Source::Utf16LE ? char32_t(b0 | (b1 << 8)) : char32_t((b0 << 8) | b1);
+    if (highSurrogate_ != 0) {
+      if (unit >= 0xDC00 && unit <= 0xDFFF) {
+        utf8::Append(buffer_, 0x10000 + ((highSurrogate_ - 0xD800) << 10) + (unit - 0xDC00));
+        highSurrogate_ = 0;
+        continue;
+      }
+      utf8::Append(buffer_, 0xFFFD);
+      highSurrogate_ = 0;
+    }
+    if (unit >= 0xD800 && unit <= 0xDBFF) {
+      highSurrogate_ = unit;
+    } else {
+      utf8::Append(buffer_, unit);  // a lone low surrogate becomes U+FFFD
+    }
+  }
+  carry_.assign(bytes, i);
+  if (atEnd) {
+    if (highSurrogate_ != 0 || !carry_.empty()) utf8::Append(buffer_, 0xFFFD);
+    highSurrogate_ = 0;
+    carry_.clear();
+  }
+}
+
+std::string TextInputStream::Finish(std::string line) const {
+  return source_ == Source::Utf8 ? utf8::Sanitize(std::move(line)) : line;
+}
+
+}  // namespace drav

@@ -1,0 +1,64 @@
+#pragma once
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "analysis/folder_item.hpp"
+
+namespace drav {
+
+enum class TextEncoding { UTF8 };
+
+struct Encodings {
+  static constexpr TextEncoding UTF8 = TextEncoding::UTF8;
+};
+
+// Reads a text file line by line, a chunk at a time, so that a run reads only
+// as much of a file as the lines it asks for. The file is closed when the
+// stream goes, on every path.
+//
+// What comes out is always valid UTF-8: a UTF-8 byte-order mark is dropped, a
+// file that opens with a UTF-16 byte-order mark is decoded as UTF-16, and
+// each byte that is not valid UTF-8 becomes U+FFFD.
+class TextInputStream {
+ public:
+  // Opens the file for reading. On failure sets the item's LastErrorCode and
+  // throws IOException with that code.
+  static TextInputStream Open(FolderItem& item);
+
+  TextInputStream(TextInputStream&&) noexcept = default;
+  TextInputStream& operator=(TextInputStream&&) noexcept = default;
+
+  void SetEncoding(TextEncoding encoding) { encoding_ = encoding; }
+  TextEncoding Encoding() const { return encoding_; }
+
+  // The next line without its line end; LF, CR and CR LF each end a line and
+  // the last line needs none. Behind the end of the file: the empty text, as
+  // often as asked. A failed read throws IOException with the system's code.
+  std::string ReadLine();
+
+ private:
+  enum class Source { Unknown, Utf8, Utf16LE, Utf16BE };
+  struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+
+  TextInputStream(std::FILE* file, std::string path) : file_(file), path_(std::move(path)) {}
+  bool Fill();
+  void DetectSource(std::string_view& raw);
+  void DecodeUtf16(std::string_view raw, bool atEnd);
+  std::string Finish(std::string line) const;
+
+  std::unique_ptr<std::FILE, FileCloser> file_;
+  std::string path_;
+  TextEncoding encoding_ = TextEncoding::UTF8;
+  Source source_ = Source::Unknown;
+  std::string raw_;          // bytes as read from the file
+  std::string buffer_;       // bytes ready to be split into lines
+  std::size_t position_ = 0;  // next unread byte of buffer_
+  std::string carry_;        // an odd UTF-16 byte waiting for its partner
+  char32_t highSurrogate_ = 0;
+  bool atEnd_ = false;
+};
+
+}  // namespace drav

@@ -1,0 +1,16 @@
+#pragma once
+#include <string_view>
+
+namespace drav {
+
+// Reads the longest number at the start of the text and gives the double
+// nearest to it; 0 when no number stands there.
+//
+// Leading blanks are skipped, then an optional sign, digits with an optional
+// full stop, and an optional exponent ("1.5E+3" is 1500; "1e999" overflows
+// to infinity). The full stop is the only decimal mark, whatever the user's
+// number settings, because the report re-reads what Format printed. No
+// "inf", "nan" or hexadecimal form is read: such texts give 0.
+double Val(std::string_view text);
+
+}  // namespace drav

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs, on Debian 12, every package that building, running and testing
+# Drav need. Safe to run again: when nothing is missing it does nothing and
+# says nothing.
+set -euo pipefail
+
+packages=(
+  # build
+  cmake g++ make ninja-build pkg-config
+  # the toolkit
+  qt6-base-dev qt6-base-dev-tools libgl-dev libxkbcommon-dev
+  # tests and benchmarks
+  libgtest-dev libgmock-dev libbenchmark-dev
+  # real windows for end-to-end checks
+  xvfb xdotool xclip imagemagick x11-utils
+  # fuzzing and sanitizers
+  clang libclang-rt-dev
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+sudo=""
+[ "$(id -u)" -ne 0 ] && sudo="sudo"
+echo "Installing: ${missing[*]}"
+$sudo apt-get update -qq
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
