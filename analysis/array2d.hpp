@@ -31,12 +31,17 @@ class Array2D {
 
  private:
   std::size_t Offset(std::int32_t row, std::int32_t column) const {
-    if (row < 0 || row >= rows_ || column < 0 || column >= columns_) {
-      throw OutOfBoundsException("table index (" + std::to_string(row) + ", " + std::to_string(column) +
-                                 ") outside bounds (" + std::to_string(RowBound()) + ", " +
-                                 std::to_string(ColumnBound()) + ")");
+    if (row < 0 || row >= rows_ || column < 0 || column >= columns_) [[unlikely]] {
+      OutOfBounds(row, column);
     }
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
+  }
+
+  // Kept out of line so that the check above stays small enough to inline.
+  [[noreturn, gnu::noinline, gnu::cold]] void OutOfBounds(std::int32_t row, std::int32_t column) const {
+    throw OutOfBoundsException("table index (" + std::to_string(row) + ", " + std::to_string(column) +
+                               ") outside bounds (" + std::to_string(RowBound()) + ", " +
+                               std::to_string(ColumnBound()) + ")");
   }
 
   std::int32_t rows_ = 0;

@@ -1,6 +1,7 @@
 #include "analysis/format.hpp"
 
-#include <array>
+#include <algorithm>
+#include <iterator>
 #include <charconv>
 #include <cmath>
 
@@ -57,33 +58,36 @@ std::string Format(double number, std::string_view maskText) {
   }
 
   // The largest double has 309 integer digits; fraction places are few.
-  std::array<char, 400> buffer{};
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(number),
+  char digits[400];
+  const auto result = std::to_chars(std::begin(digits), std::end(digits), std::fabs(number),
                                     std::chars_format::fixed, mask.fractionPlaces);
-  std::string_view digits(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
-
-  const std::size_t point = digits.find('.');
-  std::string_view integerPart = digits.substr(0, point);
-  std::string_view fractionPart =
-      point == std::string_view::npos ? std::string_view{} : digits.substr(point + 1);
-  while (fractionPart.size() > static_cast<std::size_t>(mask.fractionZeros) && fractionPart.back() == '0') {
-    fractionPart.remove_suffix(1);
+  const char* const digitsEnd = result.ptr;
+  const char* point = std::find(static_cast<const char*>(digits), digitsEnd, '.');
+  std::size_t integerLength = static_cast<std::size_t>(point - digits);
+  std::size_t fractionLength = point == digitsEnd ? 0 : static_cast<std::size_t>(digitsEnd - point - 1);
+  while (fractionLength > static_cast<std::size_t>(mask.fractionZeros) && point[fractionLength] == '0') {
+    --fractionLength;
   }
-  if (integerPart == "0" && mask.integerZeros == 0) integerPart = {};
+  const char* integerStart = digits;
+  if (integerLength == 1 && digits[0] == '0' && mask.integerZeros == 0) integerLength = 0;
 
   // A negative number that rounds to zero prints as zero, with no minus.
-  const bool roundsToZero = integerPart.find_first_not_of('0') == std::string_view::npos &&
-                            fractionPart.find_first_not_of('0') == std::string_view::npos;
+  const auto isZero = [](const char* from, std::size_t n) {
+    return std::all_of(from, from + n, [](char c) { return c == '0'; });
+  };
+  const bool roundsToZero = isZero(integerStart, integerLength) && isZero(point + 1, fractionLength);
   if (number < 0 && !roundsToZero) {
     out += '-';
   } else if (mask.alwaysSign) {
     out += '+';
   }
-  for (std::size_t n = integerPart.size(); n < static_cast<std::size_t>(mask.integerZeros); ++n) out += '0';
-  out += integerPart;
+  if (integerLength < static_cast<std::size_t>(mask.integerZeros)) {
+    out.append(static_cast<std::size_t>(mask.integerZeros) - integerLength, '0');
+  }
+  out.append(integerStart, integerLength);
   if (mask.fractionPlaces > 0) {
     out += '.';
-    out += fractionPart;
+    out.append(point + 1, fractionLength);
   }
   return out;
 }

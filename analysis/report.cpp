@@ -1,5 +1,6 @@
 #include "analysis/report.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/format.hpp"
@@ -12,16 +13,24 @@ const std::string CreditLine = "  Drav 2.1, written by the Drav project";
 
 namespace {
 
-const std::string& Blanks() {
-  static const std::string blanks(99, ' ');
-  return blanks;
+constexpr std::int64_t kBlanks = 99;  // the longest run of blanks a cell can take
+
+// Appends Left(text + 99 blanks, count): the text followed by blanks, cut to
+// `count` characters. Built in place; a report has about 500 cells.
+void AppendCell(std::string& out, std::string_view text, std::int64_t count) {
+  const std::int64_t length = Len(text);
+  if (count <= length) {
+    out += Left(text, count);
+    return;
+  }
+  out += text;
+  out.append(static_cast<std::size_t>(std::min(count - length, kBlanks)), ' ');
 }
 
-// The text followed by blanks, cut to `count` characters.
-std::string Cell(std::string_view text, std::int64_t count) { return Left(std::string(text) + Blanks(), count); }
-
 // A cell whose width shrinks by one blank per character of its text.
-std::string ShrinkingCell(std::string_view text, std::int64_t constant) { return Cell(text, constant - Len(text)); }
+void AppendShrinkingCell(std::string& out, std::string_view text, std::int64_t constant) {
+  AppendCell(out, text, constant - Len(text));
+}
 
 std::string Rule(std::string_view lineEnd) {
   const std::string ruleText(10, '=');
@@ -32,7 +41,10 @@ std::string Rule(std::string_view lineEnd) {
 
 }  // namespace
 
-std::string ReportRow(std::string_view name, double aic, double difference, double weight, double ratio) {
+namespace {
+
+void AppendReportRow(std::string& row, std::string_view name, double aic, double difference, double weight,
+                     double ratio) {
   const std::string aicText = Format(aic, "+########0.0###");
   const std::string diffText = Format(difference, "#######0.0###");
 
@@ -45,21 +57,34 @@ std::string ReportRow(std::string_view name, double aic, double difference, doub
   // does not read as a number; it is above every limit all the same.
   if (Val(erText) > 99999.0 || (std::isinf(ratio) && ratio > 0)) erText = ">99999";
 
-  return ShrinkingCell(name, 20) + ShrinkingCell(aicText, 25) + ShrinkingCell(diffText, 25) +
-         ShrinkingCell(weightText, 23) + Cell(erText, 20);
+  AppendShrinkingCell(row, name, 20);
+  AppendShrinkingCell(row, aicText, 25);
+  AppendShrinkingCell(row, diffText, 25);
+  AppendShrinkingCell(row, weightText, 23);
+  AppendCell(row, erText, 20);
+}
+
+}  // namespace
+
+std::string ReportRow(std::string_view name, double aic, double difference, double weight, double ratio) {
+  std::string row;
+  AppendReportRow(row, name, aic, difference, weight, ratio);
+  return row;
 }
 
 std::string ComposeReport(const TextTable& ModelTextTable, const NumberTable& ModelStatTable,
                           std::int64_t modelCount, const ReportHeading& heading, std::string_view lineEnd) {
   const std::string end(lineEnd);
-  std::string text = "Date: " + heading.shortDate + "  " + heading.shortTime + end;
+  std::string text;
+  text.reserve(static_cast<std::size_t>(modelCount + 12) * 104);
+  text += "Date: " + heading.shortDate + "  " + heading.shortTime + end;
   text += "File: " + heading.fileName + end + end;
   text += Rule(lineEnd);
-  for (const char* header : {"Model", " AIC", "Drav", "weight", "ER"}) text += Cell(header, 20);
+  for (const char* header : {"Model", " AIC", "Drav", "weight", "ER"}) AppendCell(text, header, 20);
   text += end;
   text += Rule(lineEnd);
   for (std::int32_t i = 1; i <= static_cast<std::int32_t>(modelCount); ++i) {
-    text += ReportRow(ModelTextTable(i, kNameColumn), ModelStatTable(i, kAicColumn),
+    AppendReportRow(text, ModelTextTable(i, kNameColumn), ModelStatTable(i, kAicColumn),
                       ModelStatTable(i, kDifferenceColumn), ModelStatTable(i, kWeightColumn),
                       ModelStatTable(i, kRatioColumn));
     text += end;

@@ -4,16 +4,25 @@
 
 namespace drav {
 
+namespace {
+
+// Bytes of the character at text[i]; plain ASCII, the common case, inline.
+std::size_t Step(std::string_view text, std::size_t i) {
+  return static_cast<unsigned char>(text[i]) < 0x80 ? 1 : utf8::CharLength(text, i);
+}
+
+}  // namespace
+
 std::int64_t Len(std::string_view text) {
   std::int64_t count = 0;
-  for (std::size_t i = 0; i < text.size(); i += utf8::CharLength(text, i)) ++count;
+  for (std::size_t i = 0; i < text.size(); i += Step(text, i)) ++count;
   return count;
 }
 
 std::string Left(std::string_view text, std::int64_t count) {
   std::size_t end = 0;
   for (std::int64_t taken = 0; taken < count && end < text.size(); ++taken) {
-    end += utf8::CharLength(text, end);
+    end += Step(text, end);
   }
   return std::string(text.substr(0, end));
 }

@@ -8,7 +8,16 @@
 namespace drav {
 namespace {
 
-constexpr std::size_t kChunk = 64 * 1024;
+constexpr std::size_t kChunk = TextInputStream::kChunkSize;
+
+// The first CR or LF at or behind `from`. A plain loop: find_first_of tests
+// each byte against the set with a call of its own.
+std::size_t FindLineEnd(const std::string& text, std::size_t from) {
+  for (std::size_t i = from; i < text.size(); ++i) {
+    if (text[i] == '\n' || text[i] == '\r') return i;
+  }
+  return std::string::npos;
+}
 
 bool StartsWith(std::string_view s, std::string_view prefix) { return s.substr(0, prefix.size()) == prefix; }
 
@@ -31,7 +40,7 @@ std::string TextInputStream::ReadLine() {
   std::string line;
   for (;;) {
     if (position_ >= buffer_.size() && !Fill()) break;
-    const std::size_t end = buffer_.find_first_of("\r\n", position_);
+    const std::size_t end = FindLineEnd(buffer_, position_);
     if (end == std::string::npos) {
       line.append(buffer_, position_);
       position_ = buffer_.size();
@@ -54,14 +63,14 @@ bool TextInputStream::Fill() {
   position_ = 0;
   if (atEnd_) return false;
 
-  raw_.resize(kChunk);
+  if (!raw_) raw_ = std::make_unique_for_overwrite<char[]>(kChunk);
   errno = 0;
-  const std::size_t got = std::fread(raw_.data(), 1, kChunk, file_.get());
+  const std::size_t got = std::fread(raw_.get(), 1, kChunk, file_.get());
   if (got < kChunk) {
     if (std::ferror(file_.get())) throw IOException(path_, errno != 0 ? errno : EIO);
     atEnd_ = true;
   }
-  std::string_view raw(raw_.data(), got);
+  std::string_view raw(raw_.get(), got);
   const std::size_t before = buffer_.size();
   if (source_ == Source::Unknown) DetectSource(raw);
   if (source_ == Source::Utf8) {

@@ -26,6 +26,10 @@ class TextInputStream {
   // throws IOException with that code.
   static TextInputStream Open(FolderItem& item);
 
+  // Bytes read from the file at a time. Small, so that a run on a huge file
+  // reads little more than the lines it asks for.
+  static constexpr std::size_t kChunkSize = 16 * 1024;
+
   TextInputStream(TextInputStream&&) noexcept = default;
   TextInputStream& operator=(TextInputStream&&) noexcept = default;
 
@@ -53,7 +57,7 @@ class TextInputStream {
   std::string path_;
   TextEncoding encoding_ = TextEncoding::UTF8;
   Source source_ = Source::Unknown;
-  std::string raw_;          // bytes as read from the file
+  std::unique_ptr<char[]> raw_;  // bytes as read from the file
   std::string buffer_;       // bytes ready to be split into lines
   std::size_t position_ = 0;  // next unread byte of buffer_
   std::string carry_;        // an odd UTF-16 byte waiting for its partner
