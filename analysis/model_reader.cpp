@@ -14,8 +14,8 @@ void ReadModels(TextInputStream& modelStream, std::int64_t modelCount, TextTable
   // All lines are read before any is converted.
   for (std::int32_t i = 1; i <= rows; ++i) {
     std::string lineText = modelStream.ReadLine();
-    lineText = ReplaceAll(lineText, tabText, ",");
-    lineText = ReplaceAll(lineText, EndOfLine::Platform(), ",");
+    lineText = ReplaceAll(std::move(lineText), tabText, ",");
+    lineText = ReplaceAll(std::move(lineText), EndOfLine::Platform(), ",");
     ModelTextTable(i, kNameColumn) = NthField(lineText, ",", 1);
     ModelTextTable(i, kAicTextColumn) = NthField(lineText, ",", 2);
   }

@@ -40,12 +40,19 @@ std::string NthField(std::string_view text, std::string_view separator, std::int
   return std::string(text.substr(start, end == std::string_view::npos ? std::string_view::npos : end - start));
 }
 
-std::string ReplaceAll(std::string_view text, std::string_view find, std::string_view replacement) {
-  if (find.empty()) return std::string(text);
+std::string ReplaceAll(std::string text, std::string_view find, std::string_view replacement) {
+  std::size_t found = find.empty() ? std::string::npos : text.find(find);
+  if (found == std::string::npos) return text;
+  if (find.size() == replacement.size()) {
+    for (; found != std::string::npos; found = text.find(find, found + find.size())) {
+      text.replace(found, find.size(), replacement);
+    }
+    return text;
+  }
   std::string out;
   out.reserve(text.size());
   std::size_t start = 0;
-  for (std::size_t found; (found = text.find(find, start)) != std::string_view::npos;) {
+  for (; found != std::string::npos; found = text.find(find, start)) {
     out.append(text, start, found - start);
     out.append(replacement);
     start = found + find.size();

@@ -20,8 +20,9 @@ std::string Left(std::string_view text, std::int64_t count);
 std::string NthField(std::string_view text, std::string_view separator, std::int64_t index);
 
 // Every occurrence of `find`, scanned from the left, replaced; replaced text
-// is not scanned again. An empty `find` changes nothing.
-std::string ReplaceAll(std::string_view text, std::string_view find, std::string_view replacement);
+// is not scanned again. An empty `find` changes nothing. Takes the text by
+// value so that a moved-in text is changed in place where it can be.
+std::string ReplaceAll(std::string text, std::string_view find, std::string_view replacement);
 
 // The one-character text of a code point.
 std::string Chr(std::int64_t code);
