@@ -8,25 +8,11 @@
 #include "analysis/val.hpp"
 
 namespace drav {
-namespace {
-
-// The report's line end: CR unless the build is for macOS or Windows.
-std::string ReportLineEnd() {
-  std::string lineEnd = Chr(13);
-#if defined(_WIN32)
-  lineEnd = EndOfLine::Windows;
-#elif defined(__APPLE__)
-  lineEnd = EndOfLine::macOS;
-#endif
-  return lineEnd;
-}
-
-}  // namespace
 
 RunOutcome RunAnalysis(const RunHost& host) {
   TextTable ModelTextTable(kMaxModels, kTextColumns);
   NumberTable ModelStatTable(kMaxModels, kStatColumns);
-  const std::string lineEnd = ReportLineEnd();
+  const std::string& lineEnd = EndOfLine::Build();
 
   if (host.window.CountText().empty()) {
     host.alert.MsgBox(kCountMissingMessage + EndOfLine::Platform());

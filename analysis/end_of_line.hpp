@@ -17,6 +17,19 @@ struct EndOfLine {
     return UNIX;
 #endif
   }
+
+  // The line end this build gives the report and typed line breaks: CR LF on
+  // Windows, LF on macOS, and CR on every other platform.
+  static const std::string& Build() {
+#if defined(_WIN32)
+    return Windows;
+#elif defined(__APPLE__)
+    return macOS;
+#else
+    static const std::string cr = "\r";
+    return cr;
+#endif
+  }
 };
 
 }  // namespace drav

@@ -1,0 +1,54 @@
+#include "shell/push_button.hpp"
+
+#include <QApplication>
+#include <QMouseEvent>
+
+#include "shell/qt_convert.hpp"
+
+namespace drav {
+
+PushButton::PushButton() : PushButton(new QPushButton) {}
+
+PushButton::PushButton(QPushButton* button) : RectControl(button), button_(button) {
+  button_->setAutoDefault(false);
+  button_->installEventFilter(this);
+}
+
+bool PushButton::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != button_ || event->type() != QEvent::MouseButtonPress || !MouseDown) return false;
+  auto* press = static_cast<QMouseEvent*>(event);
+  if (press->button() != Qt::LeftButton) return false;
+  const QPoint at = press->position().toPoint();
+  if (MouseDown(at.x(), at.y())) return true;
+  // A modal alert or dialog inside the handler took the release. Letting the
+  // button see this press now would leave it drawn down with no release to
+  // come, so the press ends here; nothing further was to happen anyway.
+  if (!(QApplication::mouseButtons() & Qt::LeftButton) || QApplication::activeModalWidget() != nullptr) {
+    button_->setDown(false);
+    return true;
+  }
+  return false;
+}
+
+bool PushButton::ApplyProperty(const Property& p) {
+  if (p.name == "Caption") {
+    button_->setText(ToQ(std::get<std::string>(p.value)));
+  } else if (p.name == "TabStop") {
+    // A button that is no tab stop never takes the focus from a text field.
+    button_->setFocusPolicy(std::get<bool>(p.value) ? Qt::StrongFocus : Qt::NoFocus);
+  } else if (p.name == "FontName" || p.name == "FontSize" || p.name == "Bold" || p.name == "Italic" ||
+             p.name == "Underline") {
+    QFont font = button_->font();
+    if (p.name == "FontName") font = ResolveFont(font, std::get<std::string>(p.value), float(font.pointSizeF()));
+    if (p.name == "FontSize") font = ResolveFont(font, "System", std::get<Single>(p.value).value);
+    if (p.name == "Bold") font.setBold(std::get<bool>(p.value));
+    if (p.name == "Italic") font.setItalic(std::get<bool>(p.value));
+    if (p.name == "Underline") font.setUnderline(std::get<bool>(p.value));
+    button_->setFont(font);
+  } else {
+    return RectControl::ApplyProperty(p);
+  }
+  return true;
+}
+
+}  // namespace drav

@@ -1,0 +1,103 @@
+#include "shell/text_edit.hpp"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+
+#include "shell/key_text.hpp"
+#include "shell/qt_convert.hpp"
+
+namespace drav {
+namespace {
+
+// Text widgets accept the shortcut override of Ctrl+C, Ctrl+V, Ctrl+Z and
+// the like for their own built-in commands, which would keep the menu's
+// shortcuts from ever firing. The menu gets every combination it has an
+// enabled item for; all other keys go on to the KeyDown filter.
+bool BelongsToMenu(const QWidget* widget, const QKeyEvent& event) {
+  const QKeySequence pressed(event.keyCombination());
+  for (const QAction* action : widget->window()->findChildren<QAction*>()) {
+    if (action->isEnabled() && !action->shortcut().isEmpty() && action->shortcut() == pressed) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+TextEdit::TextEdit(QWidget* widget) : RectControl(widget), font_(widget->font()) {
+  widget->installEventFilter(this);
+}
+
+TextEdit* TextEdit::Focused(const QWidget* window) {
+  QWidget* focus = QApplication::focusWidget();
+  if (focus == nullptr || focus->window() != window) return nullptr;
+  for (QObject* child : focus->children()) {
+    if (auto* edit = dynamic_cast<TextEdit*>(child)) return edit;
+  }
+  return nullptr;
+}
+
+bool TextEdit::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != Widget()) return false;
+  if (event->type() == QEvent::ShortcutOverride) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (BelongsToMenu(Widget(), *key)) {
+      key->ignore();
+      return true;
+    }
+  } else if (event->type() == QEvent::KeyPress && KeyDown) {
+    const std::optional<std::string> text = KeyText(*static_cast<QKeyEvent*>(event));
+    if (text && KeyDown(*text)) return true;
+  }
+  return false;
+}
+
+void TextEdit::SetTextFont(const std::string& name) {
+  fontName_ = name;
+  ApplyFont();
+}
+
+void TextEdit::SetTextSize(float size) {
+  fontSize_ = size;
+  ApplyFont();
+}
+
+void TextEdit::SetBold(bool bold) {
+  font_.setBold(bold);
+  ApplyFont();
+}
+
+void TextEdit::ApplyFont() {
+  font_ = ResolveFont(font_, fontName_, fontSize_);
+  Widget()->setFont(font_);
+}
+
+bool TextEdit::ApplyProperty(const Property& p) {
+  const std::string& n = p.name;
+  if (n == "Value") {
+    SetText(std::get<std::string>(p.value));
+  } else if (n == "FontName") {
+    SetTextFont(std::get<std::string>(p.value));
+  } else if (n == "FontSize") {
+    SetTextSize(std::get<Single>(p.value).value);
+  } else if (n == "Bold") {
+    SetBold(std::get<bool>(p.value));
+  } else if (n == "Italic" || n == "Underline") {
+    n == "Italic" ? font_.setItalic(std::get<bool>(p.value)) : font_.setUnderline(std::get<bool>(p.value));
+    ApplyFont();
+  } else if (n == "TextColor" || n == "BackgroundColor") {
+    (n == "TextColor" ? textColor_ : backgroundColor_) = std::get<Color>(p.value);
+    SetColours(textColor_, backgroundColor_);
+  } else if (n == "HasBorder") {
+    SetBorder(std::get<bool>(p.value));
+  } else if (n == "TextAlignment") {
+    // 0 is the platform's default, 1 left, 2 centre, 3 right.
+    const std::int64_t a = std::get<std::int64_t>(p.value);
+    SetAlignment(a == 2 ? Qt::AlignHCenter : a == 3 ? Qt::AlignRight : Qt::AlignLeft);
+  } else {
+    return RectControl::ApplyProperty(p);
+  }
+  return true;
+}
+
+}  // namespace drav
