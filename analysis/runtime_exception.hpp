@@ -57,4 +57,33 @@ class UnsupportedFormatException : public RuntimeException {
   using RuntimeException::RuntimeException;
 };
 
+// The runtime's own checks; the program's paths do not raise them.
+class StackOverflowException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+class ThreadAccessingUIException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+class TypeMismatchException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+class FunctionNotFoundException : public RuntimeException {
+ public:
+  using RuntimeException::RuntimeException;
+};
+
+// Ends the program or a thread on purpose; the unhandled path drops both
+// without a word.
+class EndException : public RuntimeException {
+ public:
+  EndException() : RuntimeException("end") {}
+};
+class ThreadEndException : public RuntimeException {
+ public:
+  ThreadEndException() : RuntimeException("thread end") {}
+};
+
 }  // namespace drav

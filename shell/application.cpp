@@ -35,6 +35,8 @@ void Application::ReportUnhandled(const std::string& text) {
 bool Application::notify(QObject* receiver, QEvent* event) {
   try {
     return QApplication::notify(receiver, event);
+  } catch (const EndException&) {
+  } catch (const ThreadEndException&) {
   } catch (const std::exception& failure) {
     ReportUnhandled(DescribeFailure(failure));
   } catch (...) {

@@ -1,6 +1,5 @@
 #include "shell/push_button.hpp"
 
-#include <QApplication>
 #include <QMouseEvent>
 
 #include "shell/qt_convert.hpp"
@@ -15,15 +14,25 @@ PushButton::PushButton(QPushButton* button) : RectControl(button), button_(butto
 }
 
 bool PushButton::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != button_ || event->type() != QEvent::MouseButtonPress || !MouseDown) return false;
+  if (watched != button_) {
+    // A modal alert or dialog opened while the handler ran blocks the window.
+    if (event->type() == QEvent::WindowBlocked) modalRan_ = true;
+    return false;
+  }
+  if (event->type() != QEvent::MouseButtonPress || !MouseDown) return false;
   auto* press = static_cast<QMouseEvent*>(event);
   if (press->button() != Qt::LeftButton) return false;
   const QPoint at = press->position().toPoint();
-  if (MouseDown(at.x(), at.y())) return true;
-  // A modal alert or dialog inside the handler took the release. Letting the
-  // button see this press now would leave it drawn down with no release to
-  // come, so the press ends here; nothing further was to happen anyway.
-  if (!(QApplication::mouseButtons() & Qt::LeftButton) || QApplication::activeModalWidget() != nullptr) {
+  modalRan_ = false;
+  QWidget* window = button_->window();
+  window->installEventFilter(this);
+  const bool consumed = MouseDown(at.x(), at.y());
+  window->removeEventFilter(this);
+  if (consumed) return true;
+  // The modal took the release. Letting the button see this press now would
+  // leave it drawn down with no release to come, so the press ends here;
+  // nothing further was to happen anyway.
+  if (modalRan_) {
     button_->setDown(false);
     return true;
   }

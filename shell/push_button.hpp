@@ -23,6 +23,7 @@ class PushButton : public RectControl {
  private:
   explicit PushButton(QPushButton* button);
   QPushButton* button_;
+  bool modalRan_ = false;
 };
 
 }  // namespace drav

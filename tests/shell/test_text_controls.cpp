@@ -1,0 +1,155 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QtTest>
+
+#include "analysis/end_of_line.hpp"
+#include "analysis/text.hpp"
+#include "shell/runtime.hpp"
+#include "tests/shell/qt_test_main.hpp"
+#include "tests/shell/test_window.hpp"
+
+namespace drav {
+
+using testing_support::TestWnd;
+
+class TextControlsTest : public QObject {
+  Q_OBJECT
+
+  TestWnd* w = nullptr;
+
+ private slots:
+  void init() {
+    w = &Implicit<TestWnd>();
+    w->activateWindow();
+    w->field().SetFocus();
+    QApplication::processEvents();
+  }
+  void cleanup() { w->close(); }
+
+  void keyCodes_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("code");
+    QTest::newRow("digit") << int(Qt::Key_5) << 0 << "5" << 53;
+    QTest::newRow("enter") << int(Qt::Key_Enter) << int(Qt::KeypadModifier) << "\r" << 3;
+    QTest::newRow("backspace") << int(Qt::Key_Backspace) << 0 << "\b" << 8;
+    QTest::newRow("tab") << int(Qt::Key_Tab) << 0 << "\t" << 9;
+    QTest::newRow("return") << int(Qt::Key_Return) << 0 << "\r" << 13;
+    QTest::newRow("escape") << int(Qt::Key_Escape) << 0 << "\x1b" << 27;
+    QTest::newRow("left") << int(Qt::Key_Left) << 0 << "" << 28;
+    QTest::newRow("right") << int(Qt::Key_Right) << 0 << "" << 29;
+    QTest::newRow("up") << int(Qt::Key_Up) << 0 << "" << 30;
+    QTest::newRow("down") << int(Qt::Key_Down) << 0 << "" << 31;
+    QTest::newRow("delete") << int(Qt::Key_Delete) << 0 << "\x7f" << 127;
+    // With a modifier held the key decides, not the control character.
+    QTest::newRow("ctrl+k") << int(Qt::Key_K) << int(Qt::ControlModifier) << "\x0b" << int('k');
+    QTest::newRow("e acute") << int(Qt::Key_Eacute) << 0 << QString(QChar(0xE9)) << 0xE9;
+  }
+  void keyCodes() {
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QString, text);
+    QFETCH(int, code);
+    w->consumeFieldKeys = true;
+    QKeyEvent press(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers), text);
+    QApplication::sendEvent(w->field().Edit(), &press);
+    QCOMPARE(w->fieldKeys.size(), std::size_t{1});
+    QCOMPARE(Asc(w->fieldKeys[0]), std::int64_t{code});
+  }
+
+  void shiftAloneRaisesNoKeyDown() {
+    QTest::keyPress(w->field().Edit(), Qt::Key_Shift);
+    QVERIFY(w->fieldKeys.empty());
+  }
+
+  void consumedKeyLeavesContentAndCaret() {
+    w->field().SetText("42");
+    w->field().Edit()->setCursorPosition(1);
+    w->consumeFieldKeys = true;
+    for (Qt::Key key : {Qt::Key_7, Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Delete}) QTest::keyClick(w->field().Edit(), key);
+    QCOMPARE(w->field().Text(), std::string("42"));
+    QCOMPARE(w->field().Edit()->cursorPosition(), 1);
+    QCOMPARE(w->fieldKeys.size(), std::size_t{4});
+  }
+
+  void passedKeysReachTheFieldWithinMaskAndLimit() {
+    QTest::keyClicks(w->field().Edit(), "1x234");
+    QCOMPARE(w->field().Text(), std::string("12"));
+  }
+
+  void settingTextRaisesNoKeyDown() {
+    w->field().SetText("9");
+    w->area().SetText("report");
+    QVERIFY(w->fieldKeys.empty());
+  }
+
+  void areaReadsBackExactLineEnds() {
+    for (const std::string text : {"a\rb\rc", "a\nb", "a\r\nb\r\n", "", "x\r\n\ry"}) {
+      w->area().SetText(text);
+      QCOMPARE(w->area().Text(), text);
+      QCOMPARE(w->area().Edit()->toPlainText(), QString::fromStdString(ReplaceAll(ReplaceAll(text, "\r\n", "\n"), "\r", "\n")));
+    }
+  }
+
+  void typedLineBreakReadsBackAsTheBuildLineEnd() {
+    w->area().SetText("one\rtwo");
+    w->area().SetFocus();
+    QTextCursor end = w->area().Edit()->textCursor();
+    end.movePosition(QTextCursor::End);
+    w->area().Edit()->setTextCursor(end);
+    QTest::keyClick(w->area().Edit(), Qt::Key_Return);
+    QTest::keyClicks(w->area().Edit(), "x");
+    QCOMPARE(w->area().Text(), "one" + EndOfLine::Build() + "two" + EndOfLine::Build() + "x");
+  }
+
+  void appendTextGoesBehindTheContent() {
+    w->area().SetText("head\r");
+    w->area().AppendText("tail");
+    QCOMPARE(w->area().Text(), std::string("head\rtail"));
+    QCOMPARE(w->area().Edit()->toPlainText(), QString("head\ntail"));
+  }
+
+  void hiddenAreaKeepsItsText() {
+    w->area().SetText("kept");
+    w->area().SetVisible(false);
+    QVERIFY(!w->area().Visible());
+    QCOMPARE(w->area().Text(), std::string("kept"));
+    w->area().SetText("");
+    QVERIFY(!w->area().Visible());  // setting text leaves visibility alone
+    w->area().SetText("kept");
+    w->area().SetVisible(true);
+    QCOMPARE(w->area().Edit()->toPlainText(), QString("kept"));
+  }
+
+  void styledBoldCountsCharactersNotBytes() {
+    w->area().SetText("\xC3\xA9t\xC3\xA9 \xF0\x9F\x98\x80x\r\nrest");
+    StyledText& styled = w->area().GetStyledText();
+    styled.Bold(0, 4, true);
+    for (int i = 0; i < 4; ++i) QVERIFY2(styled.IsBold(i), qPrintable(QString::number(i)));
+    QVERIFY(!styled.IsBold(4));
+    styled.Bold(5, 1, true);  // "x" behind the four-byte character
+    QVERIFY(styled.IsBold(5));
+    QVERIFY(!styled.IsBold(8));  // "r" behind CR LF, which is two characters
+  }
+
+  void pasteOfAnEmptyClipboardIsHarmless() {
+    QApplication::clipboard()->clear();
+    w->area().SetText("stays");
+    w->area().Paste();
+    w->field().Paste();
+    QCOMPARE(w->area().Text(), std::string("stays"));
+  }
+
+  void tabInTheAreaMovesFocusInsteadOfTyping() {
+    w->area().SetText("t");
+    w->area().SetFocus();
+    QTest::keyClick(w->area().Edit(), Qt::Key_Tab);
+    QCOMPARE(w->area().Text(), std::string("t"));
+  }
+};
+
+}  // namespace drav
+
+DRAV_QTEST_MAIN(drav::TextControlsTest)
+#include "test_text_controls.moc"
