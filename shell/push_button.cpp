@@ -48,7 +48,7 @@ bool PushButton::ApplyProperty(const Property& p) {
   } else if (p.name == "FontName" || p.name == "FontSize" || p.name == "Bold" || p.name == "Italic" ||
              p.name == "Underline") {
     QFont font = button_->font();
-    if (p.name == "FontName") font = ResolveFont(font, std::get<std::string>(p.value), float(font.pointSizeF()));
+    if (p.name == "FontName") font = ResolveFont(font, std::get<std::string>(p.value), 0);
     if (p.name == "FontSize") font = ResolveFont(font, "System", std::get<Single>(p.value).value);
     if (p.name == "Bold") font.setBold(std::get<bool>(p.value));
     if (p.name == "Italic") font.setItalic(std::get<bool>(p.value));

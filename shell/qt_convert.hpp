@@ -14,7 +14,8 @@ inline QString ToQ(std::string_view text) { return QString::fromUtf8(text.data()
 inline std::string FromQ(const QString& text) { return text.toStdString(); }
 inline QColor ToQ(Color c) { return QColor(c.red, c.green, c.blue); }
 
-// "System" is the platform's interface font; a size of 0 its standard size.
+// "System" is the platform's interface font; a size of 0 its standard size,
+// any other size that many pixels.
 QFont ResolveFont(QFont font, const std::string& name, float pointSize);
 
 }  // namespace drav

@@ -70,6 +70,7 @@ void TextEdit::SetBold(bool bold) {
 void TextEdit::ApplyFont() {
   font_ = ResolveFont(font_, fontName_, fontSize_);
   Widget()->setFont(font_);
+  FontApplied();
 }
 
 bool TextEdit::ApplyProperty(const Property& p) {

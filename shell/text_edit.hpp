@@ -51,6 +51,8 @@ class TextEdit : public RectControl {
   virtual void SetAlignment(Qt::Alignment alignment) = 0;
   virtual void SetColours(Color text, Color background) = 0;
   virtual void SetBorder(bool border) = 0;
+  // Called after the font changed.
+  virtual void FontApplied() {}
 
  private:
   void ApplyFont();

@@ -32,6 +32,7 @@ class TextField : public TextEdit {
   void SetAlignment(Qt::Alignment alignment) override;
   void SetColours(Color text, Color background) override;
   void SetBorder(bool border) override { edit_->setFrame(border); }
+  void FontApplied() override;
 
  private:
   explicit TextField(QLineEdit* edit);

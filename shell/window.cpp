@@ -1,6 +1,8 @@
 #include "shell/window.hpp"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
 #include <QLayout>
 #include <QMenuBar>
 
@@ -47,12 +49,28 @@ void Window::Constructor() {
 }
 
 void Window::Show() {
+  if (!placed_) PlaceOnFirstShow();
   show();
   raise();
   activateWindow();
 }
 
 void Window::Hide() { hide(); }
+
+// DefaultLocation 0 centres a new window on the screen; 3 sets it down a
+// little below and right of the window in front, as a document would open.
+void Window::PlaceOnFirstShow() {
+  placed_ = true;
+  adjustSize();
+  const QWidget* front = QApplication::activeWindow();
+  if (defaultLocation_ == 3 && front != nullptr && front != this) {
+    move(front->frameGeometry().topLeft() + QPoint(40, 40));
+  } else if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    QRect frame = frameGeometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    move(frame.topLeft());
+  }
+}
 
 void Window::AddControl(const std::string& name, Control* control) {
   control->SetName(name);
@@ -110,6 +128,8 @@ bool Window::ApplyProperty(const Property& p) {
     maximizeButton_ = flag();
   } else if (n == "Visible") {
     visible_ = flag();
+  } else if (n == "DefaultLocation") {
+    defaultLocation_ = integer();
   } else if (n == "MenuBarVisible") {
     menuBarVisible_ = flag();
   } else if (n == "HasBackgroundColor") {

@@ -68,6 +68,7 @@ class Window : public QMainWindow, public Propertied {
 
  private:
   void ApplyFrame();
+  void PlaceOnFirstShow();
   void Unregister();
 
   std::string className_;
@@ -79,6 +80,8 @@ class Window : public QMainWindow, public Propertied {
   MenuBarView* menuBarView_ = nullptr;
   bool registered_ = false;
   bool visible_ = false;
+  bool placed_ = false;
+  std::int64_t defaultLocation_ = 0;
   bool resizeable_ = true;
   std::int64_t type_ = 0;
   bool closeButton_ = true, minimizeButton_ = true, maximizeButton_ = true, menuBarVisible_ = true;

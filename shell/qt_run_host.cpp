@@ -1,0 +1,43 @@
+#include "shell/qt_run_host.hpp"
+
+#include <QDateTime>
+#include <QFileDialog>
+#include <QLocale>
+#include <QMessageBox>
+
+#include "shell/qt_convert.hpp"
+
+namespace drav {
+namespace {
+
+QDateTime ToQ(const Date& date) {
+  return QDateTime::fromMSecsSinceEpoch(
+      std::chrono::duration_cast<std::chrono::milliseconds>(date.Moment().time_since_epoch()).count());
+}
+
+}  // namespace
+
+void QtAlert::MsgBox(const std::string& text) {
+  // A line end behind the message would only show as an empty line.
+  QString shown = drav::ToQ(text);
+  while (shown.endsWith(QLatin1Char('\n')) || shown.endsWith(QLatin1Char('\r'))) shown.chop(1);
+  QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Drav"), shown, QMessageBox::Ok, parent_);
+  box.exec();
+}
+
+std::optional<FolderItem> QtOpenFileDialog::ShowModal() {
+  QFileDialog dialog(parent_);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return FolderItem(dialog.selectedFiles().constFirst().toStdString());
+}
+
+std::string QtDateText::ShortDate(const Date& date) const {
+  return FromQ(QLocale::system().toString(ToQ(date).date(), QLocale::ShortFormat));
+}
+
+std::string QtDateText::ShortTime(const Date& date) const {
+  return FromQ(QLocale::system().toString(ToQ(date).time(), QLocale::ShortFormat));
+}
+
+}  // namespace drav

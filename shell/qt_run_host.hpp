@@ -1,0 +1,38 @@
+#pragma once
+// The outside world of an analysis run on the desktop: Qt's modal alert, its
+// open-file dialog and the user's short date and time styles.
+#include "analysis/alert.hpp"
+#include "analysis/date_text.hpp"
+#include "analysis/open_file_dialog.hpp"
+
+class QWidget;
+
+namespace drav {
+
+class QtAlert : public Alert {
+ public:
+  explicit QtAlert(QWidget* parent) : parent_(parent) {}
+  void MsgBox(const std::string& text) override;
+
+ private:
+  QWidget* parent_;
+};
+
+// The platform's open-file dialog with nothing set on it: no title, filter
+// or start folder, so every file can be chosen.
+class QtOpenFileDialog : public OpenFileDialog {
+ public:
+  explicit QtOpenFileDialog(QWidget* parent) : parent_(parent) {}
+  std::optional<FolderItem> ShowModal() override;
+
+ private:
+  QWidget* parent_;
+};
+
+class QtDateText : public DateText {
+ public:
+  std::string ShortDate(const Date& date) const override;
+  std::string ShortTime(const Date& date) const override;
+};
+
+}  // namespace drav
