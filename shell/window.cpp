@@ -23,7 +23,13 @@ Window::Window(std::string fullClassName) : className_(std::move(fullClassName))
   registered_ = true;
 }
 
-Window::~Window() { Unregister(); }
+Window::~Window() {
+  // The menus read this window's handlers whenever the focus moves, and the
+  // focus moves while QWidget takes the window down: they go first.
+  delete menuBarView_;
+  menuBarView_ = nullptr;
+  Unregister();
+}
 
 void Window::Unregister() {
   if (registered_) internal::UnregisterWindow(className_, this);

@@ -99,6 +99,8 @@ struct GoldenCase {
   const char* golden;
 };
 
+void PrintTo(const GoldenCase& c, std::ostream* out) { *out << c.example << " with count " << c.count; }
+
 class GoldenReport : public testing::TestWithParam<GoldenCase> {};
 
 TEST_P(GoldenReport, MatchesWholeText) {
