@@ -2,6 +2,7 @@
 #include <QLabel>
 
 #include "shell/control.hpp"
+#include "shell/text_style.hpp"
 
 namespace drav {
 
@@ -21,10 +22,8 @@ class Label : public RectControl {
 
  private:
   explicit Label(QLabel* label);
-  void ApplyFont();
   QLabel* label_;
-  std::string fontName_ = "System";
-  float fontSize_ = 0;
+  TextStyle style_;
 };
 
 }  // namespace drav

@@ -8,7 +8,7 @@ namespace drav {
 
 PushButton::PushButton() : PushButton(new QPushButton) {}
 
-PushButton::PushButton(QPushButton* button) : RectControl(button), button_(button) {
+PushButton::PushButton(QPushButton* button) : RectControl(button), button_(button), style_(button) {
   button_->setAutoDefault(false);
   button_->installEventFilter(this);
 }
@@ -45,15 +45,8 @@ bool PushButton::ApplyProperty(const Property& p) {
   } else if (p.name == "TabStop") {
     // A button that is no tab stop never takes the focus from a text field.
     button_->setFocusPolicy(std::get<bool>(p.value) ? Qt::StrongFocus : Qt::NoFocus);
-  } else if (p.name == "FontName" || p.name == "FontSize" || p.name == "Bold" || p.name == "Italic" ||
-             p.name == "Underline") {
-    QFont font = button_->font();
-    if (p.name == "FontName") font = ResolveFont(font, std::get<std::string>(p.value), 0);
-    if (p.name == "FontSize") font = ResolveFont(font, "System", std::get<Single>(p.value).value);
-    if (p.name == "Bold") font.setBold(std::get<bool>(p.value));
-    if (p.name == "Italic") font.setItalic(std::get<bool>(p.value));
-    if (p.name == "Underline") font.setUnderline(std::get<bool>(p.value));
-    button_->setFont(font);
+  } else if (style_.Apply(p)) {
+    return true;
   } else {
     return RectControl::ApplyProperty(p);
   }

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "shell/control.hpp"
+#include "shell/text_style.hpp"
 
 namespace drav {
 
@@ -23,6 +24,7 @@ class PushButton : public RectControl {
  private:
   explicit PushButton(QPushButton* button);
   QPushButton* button_;
+  TextStyle style_;
   bool modalRan_ = false;
 };
 

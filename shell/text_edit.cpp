@@ -24,7 +24,7 @@ bool BelongsToMenu(const QWidget* widget, const QKeyEvent& event) {
 
 }  // namespace
 
-TextEdit::TextEdit(QWidget* widget) : RectControl(widget), font_(widget->font()) {
+TextEdit::TextEdit(QWidget* widget) : RectControl(widget), style_(widget) {
   widget->installEventFilter(this);
 }
 
@@ -53,39 +53,26 @@ bool TextEdit::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void TextEdit::SetTextFont(const std::string& name) {
-  fontName_ = name;
-  ApplyFont();
+  style_.SetFont(name);
+  FontApplied();
 }
 
 void TextEdit::SetTextSize(float size) {
-  fontSize_ = size;
-  ApplyFont();
+  style_.SetSize(size);
+  FontApplied();
 }
 
 void TextEdit::SetBold(bool bold) {
-  font_.setBold(bold);
-  ApplyFont();
-}
-
-void TextEdit::ApplyFont() {
-  font_ = ResolveFont(font_, fontName_, fontSize_);
-  Widget()->setFont(font_);
+  style_.SetBold(bold);
   FontApplied();
 }
 
 bool TextEdit::ApplyProperty(const Property& p) {
   const std::string& n = p.name;
-  if (n == "Value") {
+  if (style_.Apply(p)) {
+    FontApplied();
+  } else if (n == "Value") {
     SetText(std::get<std::string>(p.value));
-  } else if (n == "FontName") {
-    SetTextFont(std::get<std::string>(p.value));
-  } else if (n == "FontSize") {
-    SetTextSize(std::get<Single>(p.value).value);
-  } else if (n == "Bold") {
-    SetBold(std::get<bool>(p.value));
-  } else if (n == "Italic" || n == "Underline") {
-    n == "Italic" ? font_.setItalic(std::get<bool>(p.value)) : font_.setUnderline(std::get<bool>(p.value));
-    ApplyFont();
   } else if (n == "TextColor" || n == "BackgroundColor") {
     (n == "TextColor" ? textColor_ : backgroundColor_) = std::get<Color>(p.value);
     SetColours(textColor_, backgroundColor_);

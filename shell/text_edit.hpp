@@ -5,6 +5,7 @@
 
 #include "shell/control.hpp"
 #include "shell/property_value.hpp"
+#include "shell/text_style.hpp"
 
 namespace drav {
 
@@ -55,10 +56,7 @@ class TextEdit : public RectControl {
   virtual void FontApplied() {}
 
  private:
-  void ApplyFont();
-  std::string fontName_ = "System";
-  float fontSize_ = 0;
-  QFont font_;
+  TextStyle style_;
   Color textColor_{0, 0, 0};
   Color backgroundColor_{255, 255, 255};
 };
