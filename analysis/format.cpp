@@ -39,10 +39,29 @@ Mask ParseMask(std::string_view text) {
   return mask;
 }
 
+// The report prints with four masks over and over; the last few parsed are
+// kept so that a mask is read once, not once per number.
+const Mask& CachedMask(std::string_view text) {
+  struct Entry {
+    std::string text;
+    Mask mask;
+  };
+  thread_local Entry cache[4];
+  thread_local std::size_t next = 0;
+  for (const Entry& entry : cache) {
+    if (entry.text == text && !entry.text.empty()) return entry.mask;
+  }
+  Entry& entry = cache[next];
+  next = (next + 1) % std::size(cache);
+  entry.text = text;
+  entry.mask = ParseMask(text);
+  return entry.mask;
+}
+
 }  // namespace
 
 std::string Format(double number, std::string_view maskText) {
-  const Mask mask = ParseMask(maskText);
+  const Mask& mask = CachedMask(maskText);
   std::string out;
   if (std::isnan(number)) {
     if (mask.alwaysSign) out += '+';
@@ -75,20 +94,20 @@ std::string Format(double number, std::string_view maskText) {
   const auto isZero = [](const char* from, std::size_t n) {
     return std::all_of(from, from + n, [](char c) { return c == '0'; });
   };
-  const bool roundsToZero = isZero(integerStart, integerLength) && isZero(point + 1, fractionLength);
-  if (number < 0 && !roundsToZero) {
-    out += '-';
+  char text[sizeof digits + 8];
+  char* end = text;
+  if (number < 0 && !(isZero(integerStart, integerLength) && isZero(point + 1, fractionLength))) {
+    *end++ = '-';
   } else if (mask.alwaysSign) {
-    out += '+';
+    *end++ = '+';
   }
-  if (integerLength < static_cast<std::size_t>(mask.integerZeros)) {
-    out.append(static_cast<std::size_t>(mask.integerZeros) - integerLength, '0');
-  }
-  out.append(integerStart, integerLength);
+  for (std::size_t n = integerLength; n < static_cast<std::size_t>(mask.integerZeros); ++n) *end++ = '0';
+  end = std::copy_n(integerStart, integerLength, end);
   if (mask.fractionPlaces > 0) {
-    out += '.';
-    out.append(point + 1, fractionLength);
+    *end++ = '.';
+    end = std::copy_n(point + 1, fractionLength, end);
   }
+  out.assign(text, end);
   return out;
 }
 

@@ -15,10 +15,10 @@ namespace {
 
 constexpr std::int64_t kBlanks = 99;  // the longest run of blanks a cell can take
 
-// Appends Left(text + 99 blanks, count): the text followed by blanks, cut to
-// `count` characters. Built in place; a report has about 500 cells.
-void AppendCell(std::string& out, std::string_view text, std::int64_t count) {
-  const std::int64_t length = Len(text);
+// Appends Left(text + 99 blanks, count) for a text of `length` characters:
+// the text followed by blanks, cut to `count` characters. Built in place; a
+// report has about 500 cells.
+void AppendCell(std::string& out, std::string_view text, std::int64_t length, std::int64_t count) {
   if (count <= length) {
     out += Left(text, count);
     return;
@@ -27,9 +27,14 @@ void AppendCell(std::string& out, std::string_view text, std::int64_t count) {
   out.append(static_cast<std::size_t>(std::min(count - length, kBlanks)), ' ');
 }
 
+void AppendCell(std::string& out, std::string_view text, std::int64_t count) {
+  AppendCell(out, text, Len(text), count);
+}
+
 // A cell whose width shrinks by one blank per character of its text.
 void AppendShrinkingCell(std::string& out, std::string_view text, std::int64_t constant) {
-  AppendCell(out, text, constant - Len(text));
+  const std::int64_t length = Len(text);
+  AppendCell(out, text, length, constant - length);
 }
 
 std::string Rule(std::string_view lineEnd) {
