@@ -36,6 +36,11 @@ TextInputStream TextInputStream::Open(FolderItem& item) {
   return TextInputStream(file, item.Path().string());
 }
 
+TextInputStream TextInputStream::Adopt(std::FILE* file, std::string name) {
+  if (file == nullptr) throw NilObjectException("no stream to read");
+  return TextInputStream(file, std::move(name));
+}
+
 std::string TextInputStream::ReadLine() {
   std::string line;
   for (;;) {

@@ -25,6 +25,9 @@ class TextInputStream {
   // Opens the file for reading. On failure sets the item's LastErrorCode and
   // throws IOException with that code.
   static TextInputStream Open(FolderItem& item);
+  // Reads a stream that is already open, such as one over memory; the
+  // stream takes the file over and closes it. `name` stands in messages.
+  static TextInputStream Adopt(std::FILE* file, std::string name);
 
   // Bytes read from the file at a time. Small, so that a run on a huge file
   // reads little more than the lines it asks for.

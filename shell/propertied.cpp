@@ -1,6 +1,6 @@
 #include "shell/propertied.hpp"
 
-#include "shell/property_sheet.hpp"
+#include "sheets/property_sheet.hpp"
 
 namespace drav {
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 
-#include "shell/property_value.hpp"
+#include "sheets/property_value.hpp"
 
 namespace drav {
 
 inline QString ToQ(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 inline std::string FromQ(const QString& text) { return text.toStdString(); }
-inline QColor ToQ(Color c) { return QColor(c.red, c.green, c.blue); }
+inline QColor ToQ(Color c) { return QColor(c.red, c.green, c.blue, 255 - c.alpha); }
 
 // "System" is the platform's interface font; a size of 0 its standard size,
 // any other size that many pixels.

@@ -1,6 +1,6 @@
 #pragma once
 #include "shell/control.hpp"
-#include "shell/property_value.hpp"
+#include "sheets/property_value.hpp"
 
 namespace drav {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/property_sheet.hpp"
+#include "sheets/property_sheet.hpp"
 
 namespace drav {
 

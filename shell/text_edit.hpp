@@ -4,7 +4,7 @@
 #include <string>
 
 #include "shell/control.hpp"
-#include "shell/property_value.hpp"
+#include "sheets/property_value.hpp"
 #include "shell/text_style.hpp"
 
 namespace drav {

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <string>
 
-#include "shell/property_value.hpp"
+#include "sheets/property_value.hpp"
 
 namespace drav {
 

@@ -1,7 +1,7 @@
 #include <QtTest>
 
 #include "analysis/runtime_exception.hpp"
-#include "shell/property_sheet.hpp"
+#include "sheets/property_sheet.hpp"
 #include "tests/shell/qt_test_main.hpp"
 #include "tests/shell/test_window.hpp"
 
@@ -18,6 +18,7 @@ class PropertySheetTest : public QObject {
         {"FontSize", Single{12.0f}},
         {"CornerWidth", 16.0},
         {"FillColor", Color{0x80, 0x00, 0x02}},
+        {"BorderColor", Color{0x80, 0x00, 0x02, 0x40}},  // an alpha other than opaque survives too
         {"Value", std::string("Number of Models (2-99):\xE2\x80\x93")},
         {"Title", std::string()},
     };

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "shell/implicit.hpp"
-#include "shell/property_sheet.hpp"
+#include "sheets/property_sheet.hpp"
 #include "shell/push_button.hpp"
 #include "shell/text_area.hpp"
 #include "shell/text_field.hpp"

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/property_value.hpp"
+#include "sheets/property_value.hpp"
 
 namespace drav {
 

@@ -1,4 +1,4 @@
-#include "shell/property_sheet.hpp"
+#include "sheets/property_sheet.hpp"
 
 #include <bit>
 #include <type_traits>
@@ -120,7 +120,7 @@ std::string EncodeSheet(const std::vector<Property>& sheet) {
         out += static_cast<char>(c.blue);
         out += static_cast<char>(c.green);
         out += static_cast<char>(c.red);
-        out += '\0';  // alpha 0 is opaque
+        out += static_cast<char>(c.alpha);
         break;
       }
       case PropertyType::Text: {
@@ -156,7 +156,7 @@ std::vector<Property> DecodeSheet(std::string_view bytes) {
       case PropertyType::Colour: {
         const std::string_view c = in.Take(4);
         sheet.push_back({std::move(name), Color{static_cast<std::uint8_t>(c[2]), static_cast<std::uint8_t>(c[1]),
-                                                static_cast<std::uint8_t>(c[0])}});
+                                                static_cast<std::uint8_t>(c[0]), static_cast<std::uint8_t>(c[3])}});
         break;
       }
       case PropertyType::Text: {

@@ -5,9 +5,10 @@
 
 namespace drav {
 
-// An opaque colour, as the sheets write it (#RRGGBB).
+// A colour as the sheets write it: #RRGGBB and an alpha where 0 is opaque.
 struct Color {
   std::uint8_t red = 0, green = 0, blue = 0;
+  std::uint8_t alpha = 0;
   bool operator==(const Color&) const = default;
 };
 

@@ -1,0 +1,25 @@
+// Val on any text: never fails, and reading back what Format printed of its
+// result gives that printed value again.
+#include <cmath>
+#include <cstdint>
+#include <string_view>
+
+#include "analysis/format.hpp"
+#include "analysis/val.hpp"
+#include "fuzz/fuzz_checks.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const double value = drav::Val(text);
+  FUZZ_CHECK(!std::isnan(value));
+  if (!std::isfinite(value)) return 0;
+  for (const char* mask : {"+########0.0###", "#####0.0#"}) {
+    const std::string printed = drav::Format(value, mask);
+    const double reread = drav::Val(printed);
+    // The printed text is the value rounded; printing it again changes nothing.
+    FUZZ_CHECK(drav::Format(reread, mask) == printed);
+    const double places = mask[1] == '#' && mask[0] == '+' ? 1e-4 : 1e-2;
+    FUZZ_CHECK(std::fabs(reread - value) <= places / 2 * (1 + 1e-9) + std::fabs(value) * 1e-15);
+  }
+  return 0;
+}
