@@ -24,6 +24,10 @@ std::string Application::DescribeFailure(const std::exception& failure) {
   return std::string("Drav met an unexpected failure: ") + failure.what() + "\n\nNothing has been changed.";
 }
 
+std::string Application::DescribeUnknownFailure() {
+  return "Drav met an unexpected failure.\n\nNothing has been changed.";
+}
+
 void Application::ReportUnhandled(const std::string& text) {
   // A failure while the alert of another is up is told once it is gone.
   if (reporting_) return;
@@ -40,7 +44,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
   } catch (const std::exception& failure) {
     ReportUnhandled(DescribeFailure(failure));
   } catch (...) {
-    ReportUnhandled("Drav met an unexpected failure.\n\nNothing has been changed.");
+    ReportUnhandled(DescribeUnknownFailure());
   }
   return true;
 }

@@ -27,11 +27,15 @@ class Application : public QApplication {
   // The alert's text for a failure: for a file, its name, the system's
   // reason and the error number.
   static std::string DescribeFailure(const std::exception& failure);
+  static std::string DescribeUnknownFailure();
 
+  // Tells the user; a failure while the alert of another is up is dropped.
+  void ReportUnhandled(const std::string& text);
+
+  // The last resort: failures that escape a handler's own guard.
   bool notify(QObject* receiver, QEvent* event) override;
 
  private:
-  void ReportUnhandled(const std::string& text);
   bool reporting_ = false;
 };
 

@@ -1,8 +1,13 @@
 #include "shell/control.hpp"
 
+#include "shell/handler_guard.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
+
+void Control::Opened() {
+  if (Open) internal::GuardHandler(Open);
+}
 
 bool RectControl::ApplyProperty(const Property& p) {
   const auto integer = [&] { return static_cast<int>(std::get<std::int64_t>(p.value)); };

@@ -18,9 +18,7 @@ class Control : public QObject, public Propertied {
   // Raised once, after the control's sheet is applied and its window built.
   std::function<void()> Open;
   // Called by the window when it is built; raises Open.
-  virtual void Opened() {
-    if (Open) Open();
-  }
+  virtual void Opened();
 
  protected:
   explicit Control(QObject* parent) : QObject(parent) {}

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <functional>
 
+#include "shell/handler_guard.hpp"
 #include "shell/menu_item.hpp"
 #include "shell/qt_convert.hpp"
 #include "shell/text_edit.hpp"
@@ -64,7 +65,7 @@ void MenuBarView::Build(MenuItem& menu, QWidget* into) {
       if (dynamic_cast<const QuitMenuItem*>(&item)) action->setMenuRole(QAction::QuitRole);
       if (dynamic_cast<const PrefsMenuItem*>(&item)) action->setMenuRole(QAction::PreferencesRole);
       const std::string name = item.Name;
-      connect(action, &QAction::triggered, this, [this, name] { Choose(name); });
+      connect(action, &QAction::triggered, this, [this, name] { internal::GuardHandler([&] { Choose(name); }); });
     }
     action->setVisible(item.Visible);
     action->setObjectName(ToQ(item.Name));

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 
+#include "shell/handler_guard.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
@@ -26,9 +27,14 @@ bool PushButton::eventFilter(QObject* watched, QEvent* event) {
   modalRan_ = false;
   QWidget* window = button_->window();
   window->installEventFilter(this);
-  const bool consumed = MouseDown(at.x(), at.y());
+  bool consumed = false;
+  const bool completed = internal::GuardHandler([&] { consumed = MouseDown(at.x(), at.y()); });
   window->removeEventFilter(this);
   if (consumed) return true;
+  if (!completed) {
+    button_->setDown(false);  // the press ends with the failure
+    return true;
+  }
   // The modal took the release. Letting the button see this press now would
   // leave it drawn down with no release to come, so the press ends here;
   // nothing further was to happen anyway.

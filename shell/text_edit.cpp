@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include "shell/handler_guard.hpp"
 #include "shell/key_text.hpp"
 #include "shell/qt_convert.hpp"
 
@@ -47,7 +48,11 @@ bool TextEdit::eventFilter(QObject* watched, QEvent* event) {
     }
   } else if (event->type() == QEvent::KeyPress && KeyDown) {
     const std::optional<std::string> text = KeyText(*static_cast<QKeyEvent*>(event));
-    if (text && KeyDown(*text)) return true;
+    if (!text) return false;
+    bool consumed = false;
+    // A key whose handler failed is consumed: the control does nothing with it.
+    if (!internal::GuardHandler([&] { consumed = KeyDown(*text); })) return true;
+    return consumed;
   }
   return false;
 }

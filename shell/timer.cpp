@@ -1,5 +1,7 @@
 #include "shell/timer.hpp"
 
+#include "shell/handler_guard.hpp"
+
 namespace drav {
 
 Timer::Timer(QObject* window) : Control(window) {
@@ -8,7 +10,7 @@ Timer::Timer(QObject* window) : Control(window) {
       runMode_ = 0;
       timer_.stop();
     }
-    if (Action) Action();
+    if (Action) internal::GuardHandler(Action);
   });
 }
 

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 
 #include "shell/control.hpp"
+#include "shell/handler_guard.hpp"
 #include "shell/key_text.hpp"
 #include "shell/menu_bar_view.hpp"
 #include "shell/qt_convert.hpp"
@@ -175,7 +176,7 @@ void Window::ApplyFrame() {
 }
 
 void Window::closeEvent(QCloseEvent* event) {
-  Event_Close();
+  internal::GuardHandler([this] { Event_Close(); });
   // From here on the window is gone: the next mention makes a new one.
   Unregister();
   event->accept();
@@ -183,13 +184,16 @@ void Window::closeEvent(QCloseEvent* event) {
 
 void Window::keyPressEvent(QKeyEvent* event) {
   const std::optional<std::string> text = KeyText(*event);
-  if (text && Event_KeyDown(*text)) return;
+  bool consumed = false;
+  if (text && !internal::GuardHandler([&] { consumed = Event_KeyDown(*text); })) return;
+  if (consumed) return;
   QMainWindow::keyPressEvent(event);
 }
 
 void Window::mousePressEvent(QMouseEvent* event) {
   const QPoint at = content_->mapFrom(this, event->position().toPoint());
-  if (Event_MouseDown(at.x(), at.y())) return;
+  bool consumed = false;
+  if (!internal::GuardHandler([&] { consumed = Event_MouseDown(at.x(), at.y()); }) || consumed) return;
   QMainWindow::mousePressEvent(event);
 }
 

@@ -64,10 +64,28 @@ import -window root "$artefacts/main-window.png"
 
 expected=$("$build/tools/drav-report" 5 "$file" | tail -n +2)
 actual=$(xclip -selection clipboard -o | tr '\r' '\n' | tail -n +2)
+failed=0
 if [ "$expected" != "$actual" ]; then
   echo "FAIL: the report on the screen differs from drav-report"
   diff <(echo "$expected") <(echo "$actual") || true
-  echo "desktop_run: 0 passed, 1 failed"
-  exit 1
+  failed=1
 fi
-echo "desktop_run: 1 passed, 0 failed"
+
+# Quit as a user would; the program must end by itself, and cleanly.
+xdotool key ctrl+q
+status=""
+for _ in $(seq 100); do
+  if ! kill -0 "$app" 2>/dev/null; then
+    wait "$app" && status=0 || status=$?
+    break
+  fi
+  sleep 0.1
+done
+app=""
+if [ "$status" != "0" ]; then
+  echo "FAIL: Drav did not end cleanly on Ctrl+Q (status '${status:-still running}'):"
+  tail -n 40 "$artefacts/drav.log"
+  failed=1
+fi
+echo "desktop_run: $((1 - failed)) passed, $failed failed"
+exit $failed
