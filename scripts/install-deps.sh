@@ -5,14 +5,14 @@
 set -euo pipefail
 
 packages=(
-  # build
-  cmake g++ make ninja-build pkg-config
+  # build and package
+  cmake g++ make ninja-build pkg-config dpkg-dev file
   # the toolkit
   qt6-base-dev qt6-base-dev-tools libgl-dev libxkbcommon-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev
   # real windows for end-to-end checks
-  xvfb xdotool xclip imagemagick x11-utils
+  xvfb xdotool xclip imagemagick x11-utils time desktop-file-utils
   # fuzzing and sanitizers
   clang libclang-rt-dev
 )

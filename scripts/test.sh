@@ -11,4 +11,6 @@ bash scripts/build.sh
 bash scripts/fuzz.sh "${DRAV_FUZZ_SECONDS:-60}"
 bash scripts/sanitize.sh >build-asan.log 2>&1 || { tail -n 80 build-asan.log; echo "sanitizer run failed"; exit 1; }
 echo "sanitizer run: $(grep -E 'tests passed' build-asan.log)"
+# The Debian package installs, works and removes cleanly.
+bash scripts/package-check.sh 2>/dev/null
 ctest --test-dir build --output-on-failure --parallel "$(nproc)"

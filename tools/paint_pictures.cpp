@@ -1,6 +1,7 @@
-// Paints the program's two pictures, so that they can be made again from
-// source: "Dravtitle.png" (250 by 70), the title over the main window, and
-// "Drav256.png" (256 by 256), the splash picture and the desktop icon.
+// Paints the program's pictures, so that they can be made again from
+// source: "Dravtitle.png" (250 by 70), the title over the main window,
+// "Drav256.png" (256 by 256), the splash picture and the desktop icon, and
+// the icon's smaller sizes for the desktop, icons/drav-N.png.
 //
 //   build/tools/paint-pictures resources/
 #include <QFont>
@@ -90,8 +91,12 @@ QImage Icon() {
 int main(int argc, char** argv) {
   QGuiApplication app(argc, argv);
   const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(".");
-  const bool ok = Title().save(folder + QStringLiteral("/Dravtitle.png")) &&
-                  Icon().save(folder + QStringLiteral("/Drav256.png"));
+  const QImage icon = Icon();
+  bool ok = Title().save(folder + QStringLiteral("/Dravtitle.png")) && icon.save(folder + QStringLiteral("/Drav256.png"));
+  for (int size : {16, 24, 32, 48, 64, 128}) {
+    const QImage small = icon.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    ok = ok && small.save(folder + QStringLiteral("/icons/drav-%1.png").arg(size));
+  }
   if (!ok) std::fprintf(stderr, "paint-pictures: cannot write into %s\n", argv[1]);
   return ok ? 0 : 1;
 }
