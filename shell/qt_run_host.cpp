@@ -15,6 +15,13 @@ QDateTime ToQ(const Date& date) {
       std::chrono::duration_cast<std::chrono::milliseconds>(date.Moment().time_since_epoch()).count());
 }
 
+// Gives the keyboard back to the window under a closed modal. A window
+// manager does this by itself; without one (a bare X server) the focus
+// would stay with the dialog that is gone.
+void Reactivate(QWidget* parent) {
+  if (parent != nullptr) parent->window()->activateWindow();
+}
+
 }  // namespace
 
 void QtAlert::MsgBox(const std::string& text) {
@@ -23,12 +30,15 @@ void QtAlert::MsgBox(const std::string& text) {
   while (shown.endsWith(QLatin1Char('\n')) || shown.endsWith(QLatin1Char('\r'))) shown.chop(1);
   QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Drav"), shown, QMessageBox::Ok, parent_);
   box.exec();
+  Reactivate(parent_);
 }
 
 std::optional<FolderItem> QtOpenFileDialog::ShowModal() {
   QFileDialog dialog(parent_);
   dialog.setFileMode(QFileDialog::ExistingFile);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+  Reactivate(parent_);
+  if (!chosen) return std::nullopt;
   return FolderItem(dialog.selectedFiles().constFirst().toStdString());
 }
 
