@@ -23,11 +23,17 @@ visible() { xdotool search --onlyvisible --class drav 2>/dev/null | head -n 1; }
 times=()
 for run in $(seq 0 "$runs"); do
   start=$(date +%s%N)
-  "$build/drav" >/dev/null 2>&1 &
+  "$build/drav" >/tmp/drav-start.log 2>&1 &
   app=$!
-  until [ -n "$(visible)" ]; do :; done
+  # Polled every 20 ms, so that the polling costs the server little.
+  until [ -n "$(visible)" ]; do
+    kill -0 "$app" 2>/dev/null || { echo "drav ended before its splash showed (start $run):"; cat /tmp/drav-start.log; exit 1; }
+    sleep 0.02
+  done
   shown=$(date +%s%N)
   kill "$app"; wait "$app" 2>/dev/null || true
+  # Xvfb refuses a new client now and then right after one was killed.
+  sleep 0.3
   [ "$run" -gt 0 ] && times+=($(( (shown - start) / 1000000 )))
 done
 sorted=($(printf '%s\n' "${times[@]}" | sort -n))

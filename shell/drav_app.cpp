@@ -3,6 +3,7 @@
 #include <QIcon>
 
 #include "windows/menu_bar1.hpp"
+#include "windows/pictures.hpp"
 
 namespace drav {
 
@@ -11,7 +12,8 @@ Drav::Drav(int& argc, char** argv) : Application(argc, argv) {
   AppMenuBar = MenuBar1::Shared();
   setApplicationName(QStringLiteral("Drav"));
   setApplicationVersion(QStringLiteral("2.1"));
-  setWindowIcon(QIcon(QStringLiteral(":/Drav256.png")));
+  // The splash panel shows the same picture: it is decoded once, here.
+  if (const auto& icon = _x_Drav256()) setWindowIcon(QIcon(icon->Pixmap()));
 }
 
 void Drav::_x_SetVersionData(std::int64_t major, std::int64_t minor, std::int64_t bug, std::int64_t nonRelease,
