@@ -10,13 +10,13 @@ struct ItemSpec {
 };
 
 template <class Item = MenuItem>
-std::unique_ptr<MenuItem> Make(const ItemSpec& spec) {
+std::unique_ptr<MenuItem> Make(const ItemSpec& entry) {
   auto item = std::make_unique<Item>();
-  item->Name = spec.name;
+  item->Name = entry.name;
   item->AutoEnabled = true;
-  item->Value = spec.text;
+  item->Value = entry.text;
   item->Visible = true;
-  if (spec.shortcut != nullptr) item->Shortcut = spec.shortcut;
+  if (entry.shortcut != nullptr) item->Shortcut = entry.shortcut;
   return item;
 }
 

@@ -2,7 +2,8 @@
 # End to end, as a user would: start Drav under Xvfb, wait out the splash,
 # type a count, press "Load Data", type the file's path into the dialog,
 # then select all and copy in the report area and compare the clipboard
-# with drav-report on the same file. Keeps a screenshot of the main window.
+# with drav-report on the same file. Keeps a screenshot of the main window,
+# and ends with Ctrl+Q, after which Drav must exit cleanly.
 #   desktop_run.sh BUILD_DIR SOURCE_DIR ARTEFACT_DIR
 set -euo pipefail
 build=$1
@@ -10,54 +11,19 @@ src=$2
 artefacts=${3:-$build/e2e}
 mkdir -p "$artefacts"
 file="$src/examples/five-models.txt"
+source "$src/scripts/drive_drav.sh"
 
-display=":$((100 + RANDOM % 400))"
-Xvfb "$display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb=$!
-export DISPLAY=$display
 app=""
-cleanup() {
-  [ -n "$app" ] && kill "$app" 2>/dev/null || true
-  kill "$xvfb" 2>/dev/null || true
-}
+cleanup() { kill $app "$xvfb" 2>/dev/null || true; }
 trap cleanup EXIT
-for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
-
+start_xvfb
 "$build/drav" >"$artefacts/drav.log" 2>&1 &
 app=$!
 
 # The main window appears when the splash gives way after 4 seconds.
-main=""
-for _ in $(seq 100); do
-  main=$(xdotool search --onlyvisible --name '^Drav$' 2>/dev/null | head -n 1 || true)
-  [ -n "$main" ] && break
-  sleep 0.1
-done
-[ -n "$main" ] || { echo "FAIL: the main window never appeared"; exit 1; }
-sleep 0.3
-eval "$(xdotool getwindowgeometry --shell "$main")"  # X, Y of the window's content
-menu=$(( $(xdotool getwindowgeometry "$main" | awk '/Geometry/ {split($2, g, "x"); print g[2]}') - 600 ))
-
-click() {  # x, y in the content area
-  xdotool mousemove --window "$main" "$1" $(( $2 + menu )) click 1
-}
-
-click 245 152          # pFld
-xdotool type --delay 50 "5"
-click 108 555          # Load Data
-dialog=""
-for _ in $(seq 50); do
-  dialog=$(xdotool search --onlyvisible --name 'Open|Find File' 2>/dev/null | grep -v "^$main$" | head -n 1 || true)
-  [ -n "$dialog" ] && break
-  sleep 0.1
-done
-[ -n "$dialog" ] || { echo "FAIL: the open-file dialog never appeared"; exit 1; }
-sleep 0.3
-xdotool type --delay 10 "$file"
-xdotool key Return
-sleep 1
-
-click 345 350          # the report area
+wait_for_main_window || { echo "FAIL: the main window never appeared"; exit 1; }
+load_file 5 "$file" || { echo "FAIL: the open-file dialog never appeared"; exit 1; }
+click_in_main 345 350  # the report area
 xdotool key ctrl+a ctrl+c
 sleep 0.3
 import -window root "$artefacts/main-window.png"

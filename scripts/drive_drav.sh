@@ -1,0 +1,53 @@
+# Shared by the scripts that drive Drav on an X server of their own (the
+# end-to-end test, the start-up benchmark, the screenshot). Source it; it
+# defines functions and changes nothing by itself.
+
+# Starts Xvfb on a free display of its own and exports DISPLAY; sets $xvfb.
+start_xvfb() {
+  local display=":$((100 + RANDOM % 800))"
+  while [ -e "/tmp/.X11-unix/X${display#:}" ]; do display=":$((100 + RANDOM % 800))"; done
+  Xvfb "$display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+  xvfb=$!
+  export DISPLAY=$display
+  for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && return 0; sleep 0.1; done
+  echo "Xvfb did not come up" >&2
+  return 1
+}
+
+# Waits up to ten seconds for the main window; sets $main and $menu (the
+# height of its menu bar, above the 600-pixel content area).
+wait_for_main_window() {
+  main=""
+  for _ in $(seq 100); do
+    main=$(xdotool search --onlyvisible --name '^Drav$' 2>/dev/null | head -n 1 || true)
+    [ -n "$main" ] && break
+    sleep 0.1
+  done
+  [ -n "$main" ] || return 1
+  sleep 0.3
+  menu=$(( $(xdotool getwindowgeometry "$main" | awk '/Geometry/ {split($2, g, "x"); print g[2]}') - 600 ))
+}
+
+# Clicks at x, y of the main window's content area.
+click_in_main() {
+  xdotool mousemove --window "$main" "$1" $(( $2 + menu )) click 1
+}
+
+# Types the count, presses "Load Data" and types the file's path into the
+# open-file dialog, as a user would.
+load_file() {  # count, path
+  click_in_main 245 152
+  xdotool type --delay 50 "$1"
+  click_in_main 108 555
+  local dialog=""
+  for _ in $(seq 50); do
+    dialog=$(xdotool search --onlyvisible --name 'Open|Find File' 2>/dev/null | grep -v "^$main$" | head -n 1 || true)
+    [ -n "$dialog" ] && break
+    sleep 0.1
+  done
+  [ -n "$dialog" ] || return 1
+  sleep 0.3
+  xdotool type --delay 10 "$2"
+  xdotool key Return
+  sleep 1
+}
