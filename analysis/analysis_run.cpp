@@ -4,7 +4,6 @@
 #include "analysis/model_reader.hpp"
 #include "analysis/report.hpp"
 #include "analysis/statistics.hpp"
-#include "analysis/text.hpp"
 #include "analysis/val.hpp"
 
 namespace drav {

@@ -15,7 +15,6 @@ class RoundRectangle : public RectControl {
     double borderThickness = 1.0;
     double cornerWidth = 0, cornerHeight = 0;
   };
-  const Style& GetStyle() const { return style_; }
 
  protected:
   bool ApplyProperty(const Property& property) override;

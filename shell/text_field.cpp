@@ -22,17 +22,14 @@ TextField::TextField(QLineEdit* edit) : TextEdit(edit), edit_(edit) {}
 
 std::string TextField::Text() const { return FromQ(edit_->text()); }
 
-void TextField::SetText(const std::string& text) {
-  edit_->setText(ToQ(text));
-  // Show a text set by the program from its start, as a caption should read.
-  edit_->setCursorPosition(0);
-}
+void TextField::SetText(const std::string& text) { edit_->setText(ToQ(text)); }
 
-// A borderless read-only field is a caption. Interface fonts differ in
-// width from platform to platform; a caption that would be clipped in its
-// fixed width is drawn a little smaller, so that it reads whole.
+// A borderless read-only field is a caption: it reads from its start, and
+// as interface fonts differ in width from platform to platform, a caption
+// that would be clipped in its fixed width is drawn a little smaller.
 void TextField::FontApplied() {
   if (edit_->hasFrame() || !edit_->isReadOnly() || edit_->text().isEmpty()) return;
+  edit_->setCursorPosition(0);
   QFont font = edit_->font();
   const int room = edit_->width() - 6;
   while (QFontInfo(font).pixelSize() > 8 && QFontMetrics(font).horizontalAdvance(edit_->text()) > room) {
@@ -57,12 +54,8 @@ void TextField::SetColours(Color text, Color background) {
 
 bool TextField::ApplyProperty(const Property& p) {
   if (p.name == "MaximumCharactersAllowed") {
-    // Setting the limit moves the caret to the end; a caption set before it
-    // must still read from its start.
-    const int caret = edit_->cursorPosition();
     const std::int64_t limit = std::get<std::int64_t>(p.value);
     edit_->setMaxLength(limit > 0 ? static_cast<int>(limit) : 32767);
-    edit_->setCursorPosition(caret);
   } else if (p.name == "ValidationMask") {
     const std::string& mask = std::get<std::string>(p.value);
     edit_->setValidator(mask.empty() ? nullptr : MaskValidator(mask, edit_));

@@ -14,7 +14,6 @@ class Timer : public Control {
   explicit Timer(QObject* window);
   std::function<void()> Action;
   std::int64_t Period() const { return period_; }
-  std::int64_t RunMode() const { return runMode_; }
   bool IsActive() const { return timer_.isActive(); }
   void Opened() override;
 
