@@ -12,11 +12,12 @@ std::string SystemReason(std::int64_t code) {
 }  // namespace
 
 IOException::IOException(std::string path, std::int64_t errorNumber)
-    : RuntimeException("Cannot read \"" + path + "\": " + SystemReason(errorNumber) +
-                           " (error " + std::to_string(errorNumber) + ")",
-                       errorNumber),
-      path_(std::move(path)) {}
+    : IOException(std::move(path), errorNumber, SystemReason(errorNumber)) {}
 
-std::string IOException::Reason() const { return SystemReason(ErrorNumber()); }
+IOException::IOException(std::string path, std::int64_t errorNumber, std::string reason)
+    : RuntimeException("Cannot read \"" + path + "\": " + reason + " (error " + std::to_string(errorNumber) + ")",
+                       errorNumber),
+      path_(std::move(path)),
+      reason_(std::move(reason)) {}
 
 }  // namespace drav

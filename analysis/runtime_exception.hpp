@@ -23,13 +23,16 @@ class RuntimeException : public std::runtime_error {
 class IOException : public RuntimeException {
  public:
   IOException(std::string path, std::int64_t errorNumber);
+  // A failure that the system has no words for, such as a pipe refused.
+  IOException(std::string path, std::int64_t errorNumber, std::string reason);
   // The file, as the program was given it.
   const std::string& Path() const { return path_; }
-  // The system's own words for ErrorNumber.
-  std::string Reason() const;
+  // Why, in the system's own words for ErrorNumber or in the thrower's.
+  const std::string& Reason() const { return reason_; }
 
  private:
   std::string path_;
+  std::string reason_;
 };
 
 // An empty reference was used where an object must be.

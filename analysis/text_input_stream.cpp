@@ -1,6 +1,9 @@
 #include "analysis/text_input_stream.hpp"
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "analysis/runtime_exception.hpp"
 #include "analysis/utf8.hpp"
@@ -21,19 +24,44 @@ std::size_t FindLineEnd(const std::string& text, std::size_t from) {
 
 bool StartsWith(std::string_view s, std::string_view prefix) { return s.substr(0, prefix.size()) == prefix; }
 
+std::string KindOf(mode_t mode) {
+  if (S_ISFIFO(mode)) return "a named pipe";
+  if (S_ISSOCK(mode)) return "a socket";
+  if (S_ISCHR(mode) || S_ISBLK(mode)) return "a device";
+  return "no regular file";
+}
+
 }  // namespace
 
 TextInputStream TextInputStream::Open(FolderItem& item) {
-  errno = 0;
-  std::FILE* file = std::fopen(item.Path().c_str(), "rb");
+  const std::string path = item.Path().string();
+  const bool regularOnly = item.Accepts() == FolderItem::Kinds::RegularFile;
+  // O_NONBLOCK: opening a named pipe would otherwise wait for a writer
+  // before the kind of file could even be looked at.
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | (regularOnly ? O_NONBLOCK : 0));
+  if (fd < 0) {
+    item.SetLastErrorCode(errno != 0 ? errno : EIO);
+    throw IOException(path, item.LastErrorCode());
+  }
+  struct stat info {};
+  if (regularOnly && (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode))) {
+    const int code = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+    ::close(fd);
+    item.SetLastErrorCode(code);
+    if (code == EISDIR) throw IOException(path, code);
+    throw IOException(path, code, "It is " + KindOf(info.st_mode) + ", not a regular file");
+  }
+  if (regularOnly) ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  std::FILE* file = ::fdopen(fd, "rb");
   if (file == nullptr) {
     item.SetLastErrorCode(errno != 0 ? errno : EIO);
-    throw IOException(item.Path().string(), item.LastErrorCode());
+    ::close(fd);
+    throw IOException(path, item.LastErrorCode());
   }
   item.SetLastErrorCode(0);
   // The stream keeps its own chunk buffer; a second one in stdio is waste.
   std::setvbuf(file, nullptr, _IONBF, 0);
-  return TextInputStream(file, item.Path().string());
+  return TextInputStream(file, path);
 }
 
 TextInputStream TextInputStream::Adopt(std::FILE* file, std::string name) {
@@ -43,24 +71,28 @@ TextInputStream TextInputStream::Adopt(std::FILE* file, std::string name) {
 
 std::string TextInputStream::ReadLine() {
   std::string line;
+  ReadLine([&line](std::string_view piece) { line.append(piece); });
+  return Finish(std::move(line));
+}
+
+void TextInputStream::ReadLine(const std::function<void(std::string_view)>& take) {
   for (;;) {
-    if (position_ >= buffer_.size() && !Fill()) break;
+    if (position_ >= buffer_.size() && !Fill()) return;
     const std::size_t end = FindLineEnd(buffer_, position_);
     if (end == std::string::npos) {
-      line.append(buffer_, position_);
+      take(std::string_view(buffer_).substr(position_));
       position_ = buffer_.size();
       continue;
     }
-    line.append(buffer_, position_, end - position_);
+    if (end > position_) take(std::string_view(buffer_).substr(position_, end - position_));
     position_ = end + 1;
     // A CR may be the first half of CR LF split across two chunks.
     if (buffer_[end] == '\r') {
       if (position_ >= buffer_.size()) Fill();
       if (position_ < buffer_.size() && buffer_[position_] == '\n') ++position_;
     }
-    return Finish(std::move(line));
+    return;
   }
-  return Finish(std::move(line));
 }
 
 bool TextInputStream::Fill() {
@@ -74,6 +106,11 @@ bool TextInputStream::Fill() {
   if (got < kChunk) {
     if (std::ferror(file_.get())) throw IOException(path_, errno != 0 ? errno : EIO);
     atEnd_ = true;
+  }
+  consumed_ += got;
+  if (consumed_ > kMaxInput) {
+    throw IOException(path_, EFBIG, "Reading stopped after 1 GiB without reaching the last model line; "
+                                    "no file of models is that long");
   }
   std::string_view raw(raw_.get(), got);
   const std::size_t before = buffer_.size();

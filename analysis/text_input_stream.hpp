@@ -1,7 +1,10 @@
 #pragma once
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "analysis/folder_item.hpp"
 
@@ -20,10 +23,16 @@ struct Encodings {
 // What comes out is always valid UTF-8: a UTF-8 byte-order mark is dropped, a
 // file that opens with a UTF-16 byte-order mark is decoded as UTF-16, and
 // each byte that is not valid UTF-8 becomes U+FFFD.
+//
+// Whatever the file holds, a stream never takes more memory than a chunk and
+// never reads past kMaxInput bytes: an endless input such as a device or a
+// file of one huge line ends with IOException, not with the memory gone.
 class TextInputStream {
  public:
-  // Opens the file for reading. On failure sets the item's LastErrorCode and
-  // throws IOException with that code.
+  // Opens the file for reading, without waiting on a pipe that nobody
+  // writes to: an item that asks for a regular file refuses anything else at
+  // once. On failure sets the item's LastErrorCode and throws IOException
+  // with that code.
   static TextInputStream Open(FolderItem& item);
   // Reads a stream that is already open, such as one over memory; the
   // stream takes the file over and closes it. `name` stands in messages.
@@ -32,6 +41,9 @@ class TextInputStream {
   // Bytes read from the file at a time. Small, so that a run on a huge file
   // reads little more than the lines it asks for.
   static constexpr std::size_t kChunkSize = 16 * 1024;
+  // Bytes a stream reads at most. Far beyond any set of models, which even
+  // at 99 lines of ten megabytes stays below it.
+  static constexpr std::uint64_t kMaxInput = std::uint64_t{1} << 30;
 
   TextInputStream(TextInputStream&&) noexcept = default;
   TextInputStream& operator=(TextInputStream&&) noexcept = default;
@@ -43,6 +55,11 @@ class TextInputStream {
   // the last line needs none. Behind the end of the file: the empty text, as
   // often as asked. A failed read throws IOException with the system's code.
   std::string ReadLine();
+  // The same line handed to `take` in pieces as it streams by, so that a
+  // caller keeps only what it needs of a long line. The pieces are the
+  // file's bytes: UTF-8 as far as the file is, so what is kept is to be
+  // passed through utf8::Sanitize.
+  void ReadLine(const std::function<void(std::string_view)>& take);
 
  private:
   enum class Source { Unknown, Utf8, Utf16LE, Utf16BE };
@@ -64,6 +81,7 @@ class TextInputStream {
   std::string buffer_;       // bytes ready to be split into lines
   std::size_t position_ = 0;  // next unread byte of buffer_
   std::string carry_;        // an odd UTF-16 byte waiting for its partner
+  std::uint64_t consumed_ = 0;  // bytes read from the file so far
   char32_t highSurrogate_ = 0;
   bool atEnd_ = false;
 };

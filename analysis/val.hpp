@@ -7,10 +7,12 @@ namespace drav {
 // nearest to it; 0 when no number stands there.
 //
 // Leading blanks are skipped, then an optional sign, digits with an optional
-// full stop, and an optional exponent ("1.5E+3" is 1500; "1e999" overflows
-// to infinity). The full stop is the only decimal mark, whatever the user's
-// number settings, because the report re-reads what Format printed. No
-// "inf", "nan" or hexadecimal form is read: such texts give 0.
+// full stop, and an optional exponent ("1.5E+3" is 1500). A number beyond
+// the double range gives the largest finite double of its sign, never an
+// infinity, so that no AIC can turn the statistics into NaN. The full stop
+// is the only decimal mark, whatever the user's number settings, because the
+// report re-reads what Format printed. No "inf", "nan" or hexadecimal form
+// is read: such texts give 0.
 double Val(std::string_view text);
 
 }  // namespace drav

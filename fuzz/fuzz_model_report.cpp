@@ -48,6 +48,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   FUZZ_CHECK(low >= 1 && low <= count);
+  // Whatever the file holds, the best model reads 0.0, 1.0 and 1.0.
+  for (std::int32_t i = 1; i <= count; ++i) FUZZ_CHECK(std::isfinite(stats(i, drav::kAicColumn)));
+  FUZZ_CHECK(stats(low, drav::kDifferenceColumn) == 0.0);
+  FUZZ_CHECK(stats(low, drav::kWeightColumn) > 0.0 && stats(low, drav::kWeightColumn) <= 1.0);
+  FUZZ_CHECK(stats(low, drav::kRatioColumn) == 1.0);
 
   const std::string& end = drav::EndOfLine::Build();
   const std::string report = drav::ComposeReport(names, stats, count, {"d", "t", "fuzz"}, end);

@@ -1,4 +1,4 @@
-// Val on any text: never fails, and reading back what Format printed of its
+// Val on any text: never fails, always finite, and reading back what Format printed of its
 // result gives that printed value again.
 #include <cmath>
 #include <cstdint>
@@ -11,8 +11,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   const double value = drav::Val(text);
-  FUZZ_CHECK(!std::isnan(value));
-  if (!std::isfinite(value)) return 0;
+  // Overflow stands as the largest finite double: never NaN, never infinite.
+  FUZZ_CHECK(std::isfinite(value));
   for (const char* mask : {"+########0.0###", "#####0.0#"}) {
     const std::string printed = drav::Format(value, mask);
     const double reread = drav::Val(printed);

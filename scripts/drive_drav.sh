@@ -2,14 +2,27 @@
 # end-to-end test, the start-up benchmark, the screenshot). Source it; it
 # defines functions and changes nothing by itself.
 
-# Starts Xvfb on a free display of its own and exports DISPLAY; sets $xvfb.
+# Starts Xvfb on a display of its own and exports DISPLAY; sets $xvfb. The
+# server picks a free display itself and names it on a file descriptor
+# (-displayfd) once it is ready, so no other server can take the display
+# between a check and the start. Drav must then run on that server, whatever
+# platform the caller's environment asks Qt for.
 start_xvfb() {
-  local display=":$((100 + RANDOM % 800))"
-  while [ -e "/tmp/.X11-unix/X${display#:}" ]; do display=":$((100 + RANDOM % 800))"; done
-  Xvfb "$display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+  local named
+  named=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$named" >/dev/null 2>&1 &
   xvfb=$!
-  export DISPLAY=$display
-  for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && return 0; sleep 0.1; done
+  for _ in $(seq 300); do
+    if [ "$(wc -l <"$named")" -ge 1 ]; then
+      export DISPLAY=":$(head -n 1 "$named")"
+      rm -f "$named"
+      unset QT_QPA_PLATFORM
+      return 0
+    fi
+    kill -0 "$xvfb" 2>/dev/null || break
+    sleep 0.1
+  done
+  rm -f "$named"
   echo "Xvfb did not come up" >&2
   return 1
 }

@@ -36,11 +36,12 @@ class StreamAlert : public Alert {
   std::ostream& out_;
 };
 
-// A dialog already answered: it yields the file named on the command line.
+// A dialog already answered: it yields the file named on the command line,
+// which may be any readable stream, a pipe or standard input included.
 class NamedFileDialog : public OpenFileDialog {
  public:
   explicit NamedFileDialog(std::filesystem::path path) : path_(std::move(path)) {}
-  std::optional<FolderItem> ShowModal() override { return FolderItem(path_); }
+  std::optional<FolderItem> ShowModal() override { return FolderItem(path_, FolderItem::Kinds::AnyStream); }
 
  private:
   std::filesystem::path path_;

@@ -1,9 +1,16 @@
 // drav-report: one analysis run from the command line, for scripts and batch
 // work. COUNT stands for the text typed into the count field and FILE for
 // the file chosen in the dialog; the report goes to standard output.
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <clocale>
+#include <cstdio>
+#include <cstring>
 #include <iostream>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/analysis_run.hpp"
 #include "analysis/runtime_exception.hpp"
@@ -17,6 +24,7 @@ constexpr int kReportWritten = 0;
 constexpr int kFileUnreadable = 1;
 constexpr int kBadUsage = 2;  // also a bad count
 constexpr int kNoLowestAIC = 3;
+constexpr int kWriteFailed = 5;  // 4 is bad data in a table
 
 constexpr std::string_view kHelp = R"(Usage: drav-report COUNT FILE
        drav-report --help | --version
@@ -26,7 +34,8 @@ model's AIC, its difference from the lowest AIC (Drav), its Akaike weight
 and its evidence ratio (ER) against the best model, in the order of the file.
 
 COUNT  the number of models in the set, 2 to 99.
-FILE   a text file (UTF-8, or UTF-16 with a byte-order mark). Each line holds
+FILE   a text file (UTF-8, or UTF-16 with a byte-order mark), or - for
+       standard input; pipes work as for any filter. Each line holds
        a model name and its AIC value, separated by a tab or a comma; the
        name is cut to 8 characters and anything behind the value is ignored.
        A line that holds no number counts as a model with AIC 0.0, and so
@@ -41,32 +50,63 @@ Example file for 5 models (the gap is one tab):
 
   drav-report 5 models.txt
 
+Reading stops with a message after 1 GiB: no file of models is that long.
+
 Exit status: 0 report written; 1 FILE cannot be opened or read;
-2 bad COUNT or bad usage; 3 no lowest AIC in the data.
+2 bad usage or bad COUNT; 3 no lowest AIC in the data; 5 the report
+could not be written (a full disk, a closed pipe).
 )";
 
-int Usage() {
-  std::cerr << "Usage: drav-report COUNT FILE (drav-report --help for more)\n";
+int Usage(std::string_view problem) {
+  std::cerr << "drav-report: " << problem << "\nUsage: drav-report COUNT FILE (drav-report --help for more)\n";
   return kBadUsage;
+}
+
+// The system's reason why `path` cannot be read, for a path that the run
+// found missing: a dangling link, a loop of links or a folder without
+// search rights all look missing, but each has its own cause.
+std::string WhyMissing(const char* path) {
+  struct stat info {};
+  return ::stat(path, &info) == 0 ? std::strerror(ENOENT) : std::strerror(errno);
+}
+
+// Writes the report; a full disk or a closed pipe is told, not swallowed.
+bool Write(std::string_view text) {
+  errno = 0;
+  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return true;
+  std::cerr << "drav-report: cannot write the report: " << std::strerror(errno != 0 ? errno : EIO) << '\n';
+  return false;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
-  if (argc == 2 && std::string_view(argv[1]) == "--help") {
-    std::cout << kHelp;
-    return kReportWritten;
+  // Options may stand anywhere before "--"; "-" alone is standard input and
+  // "-5" a (bad) count, so only a double dash starts an option.
+  std::vector<std::string_view> operands;
+  bool optionsEnd = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view arg = argv[i];
+    if (optionsEnd || arg.substr(0, 2) != "--") {
+      operands.push_back(arg);
+    } else if (arg == "--") {
+      optionsEnd = true;
+    } else if (arg == "--help") {
+      return Write(kHelp) ? kReportWritten : kWriteFailed;
+    } else if (arg == "--version") {
+      return Write("drav-report 2.1\n") ? kReportWritten : kWriteFailed;
+    } else {
+      return Usage("unknown option " + std::string(arg));
+    }
   }
-  if (argc == 2 && std::string_view(argv[1]) == "--version") {
-    std::cout << "drav-report 2.1\n";
-    return kReportWritten;
-  }
-  if (argc != 3) return Usage();
+  if (operands.size() != 2) return Usage(operands.size() < 2 ? "COUNT and FILE are needed" : "too many operands");
 
-  drav::cli::ConsoleWindow window(argv[1]);
+  // "-" is standard input, which /dev/stdin names on every system this runs on.
+  const std::string file = operands[1] == "-" ? "/dev/stdin" : std::string(operands[1]);
+  drav::cli::ConsoleWindow window{std::string(operands[0])};
   drav::cli::StreamAlert alert(std::cerr);
-  drav::cli::NamedFileDialog dialog(argv[2]);
+  drav::cli::NamedFileDialog dialog(file);
   const drav::cli::LocaleDateText dates;
   try {
     switch (drav::RunAnalysis({window, alert, dialog, dates})) {
@@ -74,7 +114,7 @@ int main(int argc, char** argv) {
       case drav::RunOutcome::CountInvalid:
         return kBadUsage;
       case drav::RunOutcome::NoFile:
-        std::cerr << "drav-report: " << argv[2] << ": No such file or directory\n";
+        std::cerr << "drav-report: " << operands[1] << ": " << WhyMissing(file.c_str()) << '\n';
         return kFileUnreadable;
       case drav::RunOutcome::NoLowestAIC:
         return kNoLowestAIC;
@@ -82,11 +122,12 @@ int main(int argc, char** argv) {
         break;
     }
   } catch (const drav::IOException& error) {
-    std::cerr << "drav-report: " << error.Path() << ": " << error.Reason() << '\n';
+    std::cerr << "drav-report: " << (operands[1] == "-" ? "standard input" : error.Path()) << ": " << error.Reason()
+              << '\n';
     return kFileUnreadable;
   }
   // The report area ends its lines with the platform's report line end; a
   // terminal wants "\n".
-  std::cout << drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n");
-  return std::cout.flush() ? kReportWritten : kFileUnreadable;
+  return Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n")) ? kReportWritten
+                                                                                                   : kWriteFailed;
 }

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <string>
+
 #include "analysis/model_reader.hpp"
 #include "tests/analysis/temp_file.hpp"
 
@@ -101,6 +104,26 @@ TEST(ReadModels, LineEndsDoNotChangeTheTables) {
     EXPECT_EQ(t.text(2, kNameColumn), "A2") << contents;
     EXPECT_EQ(t.stat(2, kAicColumn), 202) << contents;
   }
+}
+
+// Lines far longer than anything kept of them: the name is still cut to its
+// eight characters, the value still read in full, and the next line found.
+TEST(ReadModels, HugeFieldsGiveWhatShortOnesGive) {
+  const std::size_t huge = 3 * TextInputStream::kChunkSize + 17;
+  const std::string name = "\xC3\xA9" + std::string(huge, 'n');
+  const std::string digits = "-1" + std::string(huge, '0') + "e-" + std::to_string(huge);
+  const Tables t = Read(name + "\t" + digits + "\t" + std::string(huge, 'x') + "\n" +  //
+                            std::string(huge, 'm') + ",7.25\n" +                            //
+                            "c," + std::string(huge, '9') + "\n",
+                        3);
+  EXPECT_EQ(t.text(1, kNameColumn), "\xC3\xA9nnnnnnn");
+  EXPECT_EQ(t.stat(1, kAicColumn), -1.0);
+  EXPECT_EQ(t.text(2, kNameColumn), "mmmmmmmm");
+  EXPECT_EQ(t.text(2, kAicTextColumn), "7.25");
+  EXPECT_EQ(t.stat(2, kAicColumn), 7.25);
+  EXPECT_EQ(t.text(3, kNameColumn), "c");
+  EXPECT_EQ(t.stat(3, kAicColumn), std::numeric_limits<double>::max());
+  EXPECT_LT(t.text(1, kAicTextColumn).size(), 1000u);  // kept by its value, not whole
 }
 
 TEST(ReadModels, ColumnsThreeToFiveStayEmpty) {

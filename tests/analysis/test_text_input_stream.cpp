@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <cerrno>
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -125,6 +129,41 @@ TEST(ReadLine, ReadingAFolderRaisesIOException) {
   } catch (const IOException& error) {
     EXPECT_EQ(error.ErrorNumber(), EISDIR);
   }
+}
+
+// A pipe or a device chosen in a window would block the window or never end:
+// it is refused at once, before anything waits on it. A command line may
+// name such a stream, as for any filter.
+TEST(Open, ItemOfRegularFilesRefusesPipesAndDevicesAtOnce) {
+  TempFile file("");
+  const std::filesystem::path pipe = file.Folder() / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  for (const std::filesystem::path& path : {pipe, std::filesystem::path("/dev/zero")}) {
+    FolderItem item(path);
+    try {
+      TextInputStream::Open(item);
+      FAIL() << "opened " << path;
+    } catch (const IOException& error) {
+      EXPECT_EQ(error.Reason(), path == pipe ? "It is a named pipe, not a regular file"
+                                             : "It is a device, not a regular file");
+      EXPECT_EQ(item.LastErrorCode(), EINVAL);
+    }
+  }
+}
+
+TEST(ReadLine, AnEndlessInputStopsAtTheBoundWithAReason) {
+  FolderItem zero("/dev/zero", FolderItem::Kinds::AnyStream);
+  TextInputStream stream = TextInputStream::Open(zero);
+  std::uint64_t seen = 0;
+  try {
+    stream.ReadLine([&seen](std::string_view piece) { seen += piece.size(); });
+    FAIL() << "no exception";
+  } catch (const IOException& error) {
+    EXPECT_EQ(error.ErrorNumber(), EFBIG);
+    EXPECT_NE(error.Reason().find("1 GiB"), std::string::npos);
+  }
+  EXPECT_LE(seen, TextInputStream::kMaxInput);
+  EXPECT_GT(seen, TextInputStream::kMaxInput - TextInputStream::kChunkSize);
 }
 
 TEST(FolderItem, NameHasNoFolders) {

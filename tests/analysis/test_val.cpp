@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <string>
 #include <limits>
 
 #include "analysis/format.hpp"
@@ -45,11 +47,36 @@ INSTANTIATE_TEST_SUITE_P(
                     ValCase{"Fraction", "2.9", 2.9}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(Val, OverflowGivesInfinityWithItsSign) {
-  EXPECT_EQ(Val("1e999"), std::numeric_limits<double>::infinity());
-  EXPECT_EQ(Val("-1e999"), -std::numeric_limits<double>::infinity());
-  EXPECT_EQ(Val("0.000001e99999999999999999999"), std::numeric_limits<double>::infinity());
+TEST(Val, OverflowGivesTheLargestFiniteDoubleWithItsSign) {
+  const double max = std::numeric_limits<double>::max();
+  EXPECT_EQ(Val("1e999"), max);
+  EXPECT_EQ(Val("-1e999"), -max);
+  EXPECT_EQ(Val("1.8e308"), max);  // just past the range
+  EXPECT_EQ(Val("0.000001e99999999999999999999"), max);
   EXPECT_EQ(Val("123456789e-999999999999"), 0.0);
+}
+
+// Numbers far longer than any double needs: the digits that decide the
+// rounding are kept, the rest only by whether they were all zeros.
+TEST(Val, LongNumbersRoundAsTheirFullText) {
+  const std::string zeros(5000, '0');
+  // Exactly halfway between 1 and the next double: ties go to even (1), but
+  // one non-zero digit thousands of places later tips it up.
+  const std::string halfway = "1.00000000000000011102230246251565404236316680908203125";
+  EXPECT_EQ(Val(halfway), 1.0);
+  EXPECT_EQ(Val(halfway + zeros + "1"), std::nextafter(1.0, 2.0));
+  EXPECT_EQ(Val(halfway + zeros), 1.0);
+  // The exponent behind a long run of digits still counts.
+  EXPECT_EQ(Val("1" + zeros + "e-5000"), 1.0);
+  EXPECT_EQ(Val("0." + zeros + "25e5001"), 2.5);
+  EXPECT_EQ(Val("-" + zeros + "7.5"), -7.5);
+  // glibc's strtod reads any length exactly: it is the reference here.
+  std::string digits;
+  for (int i = 0; i < 3000; ++i) digits += static_cast<char>('0' + (i * 7 + 3) % 10);
+  for (const std::string& text : {"0." + digits, digits.substr(0, 300) + "." + digits, digits.substr(0, 20) + "e-330",
+                                  "4.9406564584124654e-324" + zeros + "1", "2.4703282292062327e-324" + zeros + "1"}) {
+    EXPECT_EQ(Val(text), std::strtod(text.c_str(), nullptr)) << text.substr(0, 40);
+  }
 }
 
 TEST(Val, ReadsBackWhatFormatPrinted) {

@@ -47,6 +47,39 @@ printf 'A\t1e12\nB\t99999999999\n' >"$tmp/high.txt"
 check "no lowest AIC" 3 $?
 check_text "no lowest AIC message" "$tmp/err" "Sorry, can't find low AIC value. Check the data."
 
+# Files as they come in a shell: standard input, a pipe, a link loop.
+sort "$src/examples/five-models.txt" | "$bin" 5 - >"$tmp/out" 2>"$tmp/err"
+check "standard input" 0 $?
+check_text "standard input is read" "$tmp/out" "C1                +214.0"
+"$bin" 5 <(cat "$src/examples/five-models.txt") >"$tmp/out" 2>"$tmp/err"
+check "process substitution" 0 $?
+check "a pipe gives the same body" "$(tail -n +3 "$src/tests/golden/five-models.report")" "$(tail -n +3 "$tmp/out")"
+ln -s "$tmp/loop-b" "$tmp/loop-a" && ln -s "$tmp/loop-a" "$tmp/loop-b"
+"$bin" 5 "$tmp/loop-a" >"$tmp/out" 2>"$tmp/err"
+check "link loop" 1 $?
+check_text "link loop names the real cause" "$tmp/err" "Too many levels of symbolic links"
+
+# Inputs without end, numbers without range, output with no room.
+"$bin" 2 /dev/zero >"$tmp/out" 2>"$tmp/err"
+check "endless input" 1 $?
+check_text "endless input is told" "$tmp/err" "Reading stopped after 1 GiB"
+printf 'A1\t-1e999\nA2\t5\n' | "$bin" 2 - >"$tmp/out" 2>"$tmp/err"
+check "overflow" 0 $?
+check_text "overflowed best model reads 0.0, 1.0, 1.0" "$tmp/out" "A1                0.0                   1.0                 1.0"
+"$bin" 5 "$src/examples/five-models.txt" >/dev/full 2>"$tmp/err"
+check "full disk" 5 $?
+check_text "full disk is told" "$tmp/err" "cannot write the report: No space left on device"
+
+# Usage errors come before count errors.
+"$bin" --help x >"$tmp/out" 2>"$tmp/err"
+check "help with an operand" 0 $?
+check_text "help with an operand shows help" "$tmp/out" "Usage: drav-report COUNT FILE"
+"$bin" 0 x --bogus >"$tmp/out" 2>"$tmp/err"
+check "unknown option" 2 $?
+check_text "unknown option is named" "$tmp/err" "unknown option --bogus"
+"$bin" 0 >"$tmp/out" 2>"$tmp/err"
+check_text "missing operand before the count" "$tmp/err" "COUNT and FILE are needed"
+
 "$bin" >"$tmp/out" 2>"$tmp/err"
 check "no arguments" 2 $?
 "$bin" 5 >"$tmp/out" 2>"$tmp/err"

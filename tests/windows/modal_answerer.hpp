@@ -3,8 +3,11 @@
 // user would: each queued answer gets the next modal widget that comes up.
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTimer>
+#include <QtTest>
 #include <deque>
 #include <functional>
 #include <string>
@@ -37,16 +40,13 @@ class ModalAnswerer : public QObject {
     });
     return *this;
   }
-  // Chooses the file in the open-file dialog; `then` runs after the choice.
+  // Chooses the file in the open-file dialog as a user who types its full
+  // path would; `then` runs once the dialog has closed.
   ModalAnswerer& ChooseFile(const QString& path, std::function<void()> then = {}) {
     answers_.push_back([this, path, then](QWidget* modal) {
       auto* dialog = qobject_cast<QFileDialog*>(modal);
       seen.push_back(dialog != nullptr ? "<file dialog>" : "<not a file dialog>");
-      if (dialog != nullptr) {
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->accept();
-      }
-      if (then) then();
+      if (dialog != nullptr) Choose(dialog, path, then);
     });
     return *this;
   }
@@ -63,6 +63,29 @@ class ModalAnswerer : public QObject {
   std::vector<std::string> seen;
 
  private:
+  // The path goes into the name field, where a user types it; selectFile()
+  // would not do: while that field has the focus it selects only in the list
+  // view, which may not have loaded the folder yet, and accept() then finds
+  // nothing chosen. Whatever keeps the dialog up, it is tried again until
+  // it has really closed.
+  static void Choose(QPointer<QFileDialog> dialog, const QString& path, const std::function<void()>& then) {
+    if (dialog.isNull()) return;
+    if (dialog->isVisible()) {
+      auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      if (name != nullptr) {
+        name->setText(path);
+        QTest::keyClick(name, Qt::Key_Return);
+      } else {
+        static_cast<QDialog*>(dialog.data())->accept();
+      }
+    }
+    if (!dialog.isNull() && dialog->isVisible()) {
+      QTimer::singleShot(5, dialog, [dialog, path, then] { Choose(dialog, path, then); });
+    } else if (then) {
+      then();
+    }
+  }
+
   QTimer poll_;
   std::deque<std::function<void(QWidget*)>> answers_;
 };

@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QTemporaryDir>
 #include <QtTest>
 #include <filesystem>
 #include <fstream>
@@ -129,20 +130,21 @@ class ControlWndTest : public QObject {
     Press(w->calcBtn());
     const std::string report = w->ResultsFld().Text();
 
-    const auto gone = std::filesystem::temp_directory_path() / "drav-vanishing.txt";
+    const QTemporaryDir folder;  // of this run alone: two runs at once must not share a file
+    QVERIFY(folder.isValid());
+    const std::filesystem::path gone = folder.filePath(QStringLiteral("vanishing.txt")).toStdString();
     std::ofstream(gone) << "A\t1\nB\t2\n";
     ModalAnswerer vanishing;
     vanishing.ChooseFile(QString::fromStdString(gone.string()), [gone] { std::filesystem::remove(gone); });
     Press(w->calcBtn());
     QCOMPARE(w->ResultsFld().Text(), report);
 
-    const auto high = std::filesystem::temp_directory_path() / "drav-high.txt";
+    const std::filesystem::path high = folder.filePath(QStringLiteral("high.txt")).toStdString();
     std::ofstream(high) << "A\t1e12\nB\t99999999999\n";
     w->pFld().SetText("2");  // with 5, the rows behind the file's end would hold 0.0
     ModalAnswerer lowAic;
     lowAic.ChooseFile(QString::fromStdString(high.string())).AcceptMessage();
     Press(w->calcBtn());
-    std::filesystem::remove(high);
     QCOMPARE(lowAic.seen.back(), std::string("Sorry, can't find low AIC value. Check the data."));
     QCOMPARE(w->ResultsFld().Text(), report);
     QVERIFY(w->ResultsFld().Visible());

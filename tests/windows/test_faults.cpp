@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "shell/implicit.hpp"
@@ -113,6 +114,41 @@ class FaultsTest : public QObject {
     QVERIFY(added.find("big") != std::string::npos);
     QVERIFY(added.size() < 4096);
     fs::remove(folder / "one-line.txt");
+  }
+
+  // A pipe that nobody writes to, or a device without end, would freeze the
+  // window: both are refused at once, with a message that names them.
+  void streamsThatNeverEndAreRefusedAtOnce_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("named pipe") << QString() << "a named pipe";
+    QTest::newRow("device") << "/dev/zero" << "a device";
+  }
+  void streamsThatNeverEndAreRefusedAtOnce() {
+    QFETCH(QString, path);
+    QFETCH(QString, kind);
+    if (path.isEmpty()) {
+      path = QString::fromStdString((folder / "pipe").string());
+      QVERIFY(mkfifo(path.toLocal8Bit().constData(), 0600) == 0);
+    }
+    Run("2", path.toStdString());
+    QCOMPARE(failures.size(), std::size_t{1});
+    QVERIFY2(failures[0].find(fs::path(path.toStdString()).filename().string()) != std::string::npos, failures[0].c_str());
+    QVERIFY2(failures[0].find("It is " + kind.toStdString() + ", not a regular file") != std::string::npos,
+             failures[0].c_str());
+    QCOMPARE(w->ResultsFld().Text(), earlier);
+  }
+
+  // A value beyond the double range stands as the largest double of its
+  // sign, so the best model's row still reads 0.0, 1.0 and 1.0.
+  void overflowingAicKeepsTheBestRowFinite() {
+    Run("3", Write("overflow.txt", "A1\t-1e999\nA2\t5\nA3\t1e999\n"));
+    QVERIFY(failures.empty());
+    const std::string added = Added();
+    const std::string best = "A1" + std::string(16, ' ') + "0.0" + std::string(19, ' ') + "1.0" + std::string(17, ' ') +
+                             "1.0" + std::string(17, ' ');
+    QVERIFY2(added.find(best) != std::string::npos, added.c_str());
+    QVERIFY2(added.find("NAN") == std::string::npos, added.c_str());
   }
 
   void gigabyteFileWithModelsAtItsHead() {

@@ -1,0 +1,137 @@
+#include "analysis/number_scanner.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <system_error>
+
+namespace drav {
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Far beyond the double range (10^±324) and far from int64's limits, so that
+// sums of such powers never overflow.
+constexpr std::int64_t kPowerBound = 1'000'000'000'000;
+
+}  // namespace
+
+void NumberScanner::Digit(char c, bool fraction) {
+  anyDigit_ = true;
+  if (digits_.empty() && c == '0') {
+    // Zeros in front of the first significant digit only move the point.
+    if (fraction) --point_;
+    return;
+  }
+  if (digits_.size() < kMaxDigits) {
+    digits_.push_back(c);
+  } else if (c != '0') {
+    dropped_ = true;
+  }
+  if (!fraction) ++point_;
+}
+
+void NumberScanner::Feed(std::string_view piece) {
+  for (const char c : piece) {
+    switch (state_) {
+      case State::Blanks:
+        if (c == ' ' || c == '\t') break;
+        if (c == '+' || c == '-') {
+          negative_ = c == '-';
+          state_ = State::Sign;
+          break;
+        }
+        [[fallthrough]];
+      case State::Sign:
+        if (IsDigit(c)) {
+          Digit(c, false);
+          state_ = State::Whole;
+        } else {
+          state_ = c == '.' ? State::Fraction : State::Done;
+        }
+        break;
+      case State::Whole:
+        if (IsDigit(c)) {
+          Digit(c, false);
+        } else {
+          state_ = c == '.' ? State::Fraction : (c == 'e' || c == 'E') ? State::ExponentMark : State::Done;
+        }
+        break;
+      case State::Fraction:
+        if (IsDigit(c)) {
+          Digit(c, true);
+        } else {
+          // "." alone is no number, and so takes no exponent either.
+          state_ = anyDigit_ && (c == 'e' || c == 'E') ? State::ExponentMark : State::Done;
+        }
+        break;
+      case State::ExponentMark:
+        if (c == '+' || c == '-') {
+          negativeExponent_ = c == '-';
+          state_ = State::ExponentSign;
+          break;
+        }
+        [[fallthrough]];
+      case State::ExponentSign:
+        // An exponent counts only when a digit follows its letter and sign:
+        // "12e" and "12e+" are 12 followed by junk.
+        if (!IsDigit(c)) {
+          state_ = State::Done;
+          break;
+        }
+        state_ = State::Exponent;
+        [[fallthrough]];
+      case State::Exponent:
+        if (!IsDigit(c)) {
+          state_ = State::Done;
+        } else if (exponent_ < kPowerBound) {
+          exponent_ = exponent_ * 10 + (c - '0');
+        }
+        break;
+      case State::Done:
+        return;
+    }
+  }
+}
+
+std::int64_t NumberScanner::PowerOfTen() const {
+  // exponent_ stays 0 unless digits followed the letter.
+  const std::int64_t exponent = negativeExponent_ ? -exponent_ : exponent_;
+  std::int64_t power = point_ + exponent;
+  if (power > kPowerBound) power = kPowerBound;
+  if (power < -kPowerBound) power = -kPowerBound;
+  return power;
+}
+
+std::string NumberScanner::Canonical() const {
+  if (!anyDigit_) return {};
+  std::string text = negative_ ? "-0." : "0.";
+  if (digits_.empty()) return text + "0";
+  text += digits_;
+  if (dropped_) text += '1';
+  return text + "e" + std::to_string(PowerOfTen());
+}
+
+double NumberScanner::Value() const {
+  if (!anyDigit_) return 0.0;
+  if (digits_.empty()) return negative_ ? -0.0 : 0.0;
+
+  char text[kMaxDigits + 32];
+  char* end = text;
+  *end++ = '0';
+  *end++ = '.';
+  end = std::copy(digits_.begin(), digits_.end(), end);
+  if (dropped_) *end++ = '1';
+  *end++ = 'e';
+  const std::int64_t power = PowerOfTen();
+  end = std::to_chars(end, text + sizeof text, power).ptr;
+
+  double value = 0.0;
+  if (std::from_chars(text, end, value).ec == std::errc::result_out_of_range) {
+    // 0.d... lies in [0.1, 1), so only a positive power can overflow.
+    value = power > 0 ? std::numeric_limits<double>::max() : 0.0;
+  }
+  return negative_ ? -value : value;
+}
+
+}  // namespace drav
