@@ -66,7 +66,7 @@ desktop-file-validate "$tree/usr/share/applications/drav.desktop" || fail "the d
 grep -q '^MimeType=' "$tree/usr/share/applications/drav.desktop" && fail "the desktop entry claims a file type"
 [ -e "$tree/usr/share/mime" ] && fail "the package redefines MIME types"
 for page in drav drav-report; do
-  mandoc -Tlint -W warning "$tree/usr/share/man/man1/$page.1.gz" || fail "the manual page $page.1 has lint"
+  zcat "$tree/usr/share/man/man1/$page.1.gz" | mandoc -Tlint || fail "the manual page $page.1 has lint"
 done
 
 # The scalable icon is the PNG icon drawn again: rendered at 256 pixels, it
