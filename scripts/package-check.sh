@@ -36,16 +36,21 @@ deb=$(ls build/drav_*_amd64.deb | head -n 1)
 tree="$work/tree"
 dpkg-deb -x "$deb" "$tree"
 
-# lintian: every tag is shown; errors and warnings fail the check, info and
-# pedantic tags are for reading.
-if ! lintian --pedantic --fail-on error,warning "$deb" >"$work/lintian" 2>&1; then
+# lintian: every tag is shown, info and pedantic ones too; errors and
+# warnings fail the check, the others are for reading.
+if ! lintian --display-info --pedantic --fail-on error,warning "$deb" >"$work/lintian" 2>&1; then
   fail "lintian finds errors or warnings"
 fi
-sed 's/^/lintian: /' "$work/lintian"
+grep -v 'running with root privileges' "$work/lintian" | sed 's/^/lintian: /' || true
 
 # Stripped: no symbol table and no debug sections. Hardened: read-only
-# relocations bound at start (relro, bindnow), the stack protector and
-# fortified calls linked in.
+# relocations bound at start (relro, bindnow) and the stack protector in
+# each program. Fortified calls show only where the compiler knows a
+# buffer's size: drav has them, while drav-report's one candidate, fread
+# into a buffer from the heap, has nothing to check, which lintian reports
+# as hardening-no-fortify-functions. So fortify is looked for in the two
+# together.
+fortified=0
 for program in drav drav-report; do
   elf="$tree/usr/bin/$program"
   sections=$(readelf -S --wide "$elf")
@@ -54,8 +59,9 @@ for program in drav drav-report; do
   grep -qE 'BIND_NOW|FLAGS.*\bNOW\b' <(readelf -d --wide "$elf") || fail "$program is not bound now"
   symbols=$(readelf --dyn-syms --wide "$elf")
   grep -q '__stack_chk_fail' <<<"$symbols" || fail "$program has no stack protector"
-  grep -qE '__[a-z0-9_]+_chk@' <<<"$symbols" || fail "$program calls no fortified function"
+  if grep -qE '__[a-z0-9_]+_chk@' <<<"$symbols"; then fortified=$((fortified + 1)); fi
 done
+[ "$fortified" -gt 0 ] || fail "neither program calls a fortified function"
 
 metainfo=$(ls "$tree"/usr/share/metainfo/*.metainfo.xml)
 appstreamcli validate --pedantic --no-net "$metainfo" | sed 's/^/appstream: /' ||
