@@ -19,6 +19,19 @@ lock="${TMPDIR:-/tmp}/drav-package-check.lock"
 exec 9<"$lock"
 flock -w 900 9 || { echo "FAIL: another package check holds $lock"; exit 1; }
 
+# dpkg will not start while another dpkg or apt holds its own lock (an
+# install elsewhere on the machine); wait for it rather than fail.
+dpkg_waiting() {
+  local out
+  for _ in $(seq 300); do
+    if out=$($sudo dpkg "$@" 2>&1); then return 0; fi
+    grep -q 'locked' <<<"$out" || { echo "$out"; return 1; }
+    sleep 1
+  done
+  echo "$out"
+  return 1
+}
+
 work=$(mktemp -d)
 installed=""
 app=""
@@ -26,7 +39,7 @@ xvfb=""
 cleanup() {
   [ -n "$app" ] && kill "$app" 2>/dev/null
   [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null
-  [ -n "$installed" ] && $sudo dpkg -r drav >/dev/null 2>&1
+  [ -n "$installed" ] && dpkg_waiting -r drav >/dev/null
   rm -rf "$work"
 }
 trap cleanup EXIT
@@ -84,7 +97,7 @@ awk -v d="${distance:-1}" 'BEGIN { exit !(d < 0.03) }' ||
   fail "the SVG icon does not look like the PNG icon (RMSE ${distance:-unknown})"
 
 installed=yes
-$sudo dpkg -i "$deb" >/dev/null
+dpkg_waiting -i "$deb"
 for f in /usr/bin/drav /usr/bin/drav-report /usr/share/applications/drav.desktop \
          /usr/share/icons/hicolor/256x256/apps/drav.png /usr/share/icons/hicolor/16x16/apps/drav.png \
          /usr/share/icons/hicolor/scalable/apps/drav.svg /usr/share/metainfo/org.drav_project.drav.metainfo.xml \
@@ -117,7 +130,7 @@ wait "$app" "$xvfb" 2>/dev/null || true
 app=""
 xvfb=""
 
-$sudo dpkg -r drav >/dev/null
+dpkg_waiting -r drav
 installed=""
 for f in /usr/bin/drav /usr/bin/drav-report /usr/share/applications/drav.desktop \
          /usr/share/metainfo/org.drav_project.drav.metainfo.xml /usr/share/doc/drav; do
