@@ -15,6 +15,9 @@ packages=(
   xvfb xdotool xclip imagemagick x11-utils time desktop-file-utils
   # fuzzing and sanitizers
   clang libclang-rt-dev
+  # the package's checks: Debian policy, software centres, manual pages,
+  # and the scalable icon drawn to compare with the PNG
+  lintian appstream mandoc librsvg2-bin
 )
 
 missing=()

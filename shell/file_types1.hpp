@@ -2,7 +2,8 @@
 // The one file type the program registers with the system: plain text with
 // the extensions .txt and dat. It plays no part in reading a file; the open
 // dialog of an analysis offers every file. On Linux the registration stays
-// data here, and the desktop entry declares the type to the system.
+// data here; the desktop entry claims no type, because a file handed over by
+// a file manager would never reach the program.
 #include <string>
 #include <vector>
 
