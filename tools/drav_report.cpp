@@ -9,6 +9,8 @@
 #include "analysis/runtime_exception.hpp"
 #include "analysis/text.hpp"
 #include "tools/console_host.hpp"
+#include "tools/selection_command.hpp"
+#include "tools/selection_options.hpp"
 
 namespace {
 
@@ -53,9 +55,12 @@ int Usage() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average")) {
+    return drav::cli::RunSelectionCommand(argc - 1, argv + 1);
+  }
   std::setlocale(LC_ALL, "");
   if (argc == 2 && std::string_view(argv[1]) == "--help") {
-    std::cout << kHelp;
+    std::cout << kHelp << drav::cli::SelectionSummary();
     return kReportWritten;
   }
   if (argc == 2 && std::string_view(argv[1]) == "--version") {

@@ -1,0 +1,216 @@
+#include "selection/candidates.hpp"
+
+#include <cmath>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "analysis/utf8.hpp"
+#include "selection/column_roles.hpp"
+#include "selection/errors.hpp"
+#include "selection/number_text.hpp"
+
+namespace drav::selection {
+namespace {
+
+std::string Quoted(std::string_view text) {
+  std::string quoted;
+  quoted.reserve(text.size() + 2);
+  quoted.append(1, '\'').append(text).append(1, '\'');
+  return quoted;
+}
+
+std::string Shown(double number) {
+  std::string text;
+  AppendShortest(text, number);
+  return text;
+}
+
+// How each record becomes a candidate, settled once from the header.
+class RowReader {
+ public:
+  RowReader(const DelimitedReader& reader, std::vector<std::string> header, const LoadOptions& options)
+      : reader_(reader), header_(std::move(header)), roles_(FindRoles(header_)) {
+    ChooseCriterion(options);
+    if (!options.byColumn.empty()) by_ = Required(options.byColumn);
+    if (!options.estimateColumn.empty()) {
+      estimate_ = Required(options.estimateColumn);
+      se_ = Required(options.seColumn);
+    }
+  }
+
+  Criterion Chosen() const { return criterion_; }
+  std::string ByName() const { return by_ ? header_[*by_] : std::string(); }
+
+  Candidate Read(std::span<const std::string_view> fields, std::size_t ordinal) {
+    fields_ = fields;
+    if (fields.size() > header_.size()) {
+      throw DataError(Where() + std::to_string(fields.size()) + " fields where the header has " +
+                      std::to_string(header_.size()));
+    }
+    Candidate c;
+    c.line = reader_.Line();
+    const auto nameColumn = roles_.model ? roles_.model : roles_.rowName;
+    c.model = nameColumn ? std::string(Cell(*nameColumn)) : std::to_string(ordinal);
+    if (!utf8::IsValid(c.model)) c.model = utf8::Sanitize(std::move(c.model));
+    if (roles_.logLik) c.logLik = computed_ ? Number(*roles_.logLik) : Optional(*roles_.logLik);
+    if (roles_.k) c.k = computed_ ? Number(*roles_.k) : Optional(*roles_.k);
+    if (roles_.n) c.n = computed_ && NeedsN(criterion_) ? Number(*roles_.n) : Optional(*roles_.n);
+    if (computed_) {
+      c.value = Compute(criterion_, {c.logLik, c.k, c.n, chat_});
+      CheckSample(c);
+    } else {
+      c.value = Number(*roles_.criterion[static_cast<std::size_t>(criterion_)]);
+    }
+    if (estimate_ && !IsMissing(Cell(*estimate_))) {
+      c.estimate = Number(*estimate_);
+      c.se = Number(*se_);
+    }
+    return c;
+  }
+
+  std::string_view Cell(std::size_t column) const {
+    return column < fields_.size() ? fields_[column] : std::string_view();
+  }
+  std::optional<std::size_t> By() const { return by_; }
+
+ private:
+  void ChooseCriterion(const LoadOptions& options) {
+    const auto column = [&](Criterion c) { return roles_.criterion[static_cast<std::size_t>(c)]; };
+    if (options.criterion) {
+      criterion_ = *options.criterion;
+    } else if (roles_.firstCriterion) {
+      criterion_ = *roles_.firstCriterion;
+    } else {
+      criterion_ = roles_.n && roles_.logLik && roles_.k ? Criterion::AICc : Criterion::AIC;
+    }
+    computed_ = !column(criterion_);
+    if (!computed_) return;
+    const std::string title(Title(criterion_));
+    const std::string needs = NeedsN(criterion_) ? "loglik, k and n" : "loglik and k";
+    if (!roles_.logLik || !roles_.k || (NeedsN(criterion_) && !roles_.n)) {
+      throw DataError(reader_.Name() + ": no column " + std::string(Name(criterion_)) + ", nor " + needs +
+                      " to compute " + title + " from");
+    }
+    if (criterion_ == Criterion::QAIC) {
+      if (!options.chat) throw UsageError("QAIC computed from the log-likelihood needs --chat");
+      chat_ = *options.chat;
+    }
+  }
+
+  std::size_t Required(const std::string& name) const {
+    const auto column = FindColumn(header_, name);
+    if (!column) throw DataError(reader_.Name() + ": no column named " + Quoted(name));
+    return *column;
+  }
+
+  std::string Where() const { return reader_.Name() + ":" + std::to_string(reader_.Line()) + ": "; }
+
+  double Number(std::size_t column) const {
+    const std::string_view cell = Cell(column);
+    if (const auto value = ParseNumber(cell, reader_.DecimalComma())) return *value;
+    const std::string shown = cell.empty() ? "an empty cell" : Quoted(cell.substr(0, 40));
+    throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " + shown + ", not a number");
+  }
+
+  double Optional(std::size_t column) const {
+    return ParseNumber(Cell(column), reader_.DecimalComma()).value_or(kNotGiven);
+  }
+
+  void CheckSample(const Candidate& c) const {
+    if (NeedsN(criterion_) && !(c.n > 0)) {
+      throw DataError(Where() + "n = " + Shown(c.n) + "; " + std::string(Title(criterion_)) +
+                      " needs a positive number of observations");
+    }
+    if (criterion_ == Criterion::AICc && !(c.n > c.k + 1)) {
+      throw DataError(Where() + "AICc needs n > K + 1, and here n = " + Shown(c.n) + " with K = " + Shown(c.k));
+    }
+  }
+
+  const DelimitedReader& reader_;
+  std::vector<std::string> header_;
+  ColumnRoles roles_;
+  Criterion criterion_ = Criterion::AIC;
+  bool computed_ = false;
+  double chat_ = 1;
+  std::optional<std::size_t> by_, estimate_, se_;
+  std::span<const std::string_view> fields_;
+};
+
+void WarnOfDifferentN(CandidateTable& table) {
+  std::vector<const Candidate*> first(table.sets.size(), nullptr);
+  std::vector<bool> warned(table.sets.size(), false);
+  for (const Candidate& c : table.models) {
+    if (std::isnan(c.n)) continue;
+    const Candidate*& seen = first[c.set];
+    if (!seen) {
+      seen = &c;
+    } else if (seen->n != c.n && !warned[c.set]) {
+      warned[c.set] = true;
+      const std::string set = table.sets.size() > 1 ? " of set " + Quoted(table.sets[c.set]) : "";
+      table.warnings.push_back("the models" + set + " were fitted to different numbers of observations (n = " +
+                               Shown(seen->n) + " on line " + std::to_string(seen->line) + ", n = " + Shown(c.n) +
+                               " on line " + std::to_string(c.line) + "); their criteria are not comparable");
+    }
+  }
+}
+
+void WarnOfRepeatedNames(CandidateTable& table) {
+  struct Key {
+    std::uint32_t set;
+    std::string_view model;
+    bool operator==(const Key&) const = default;
+  };
+  struct Hash {
+    std::size_t operator()(const Key& key) const {
+      return std::hash<std::string_view>()(key.model) ^ (std::size_t{key.set} * 0x9E3779B97F4A7C15ULL);
+    }
+  };
+  std::unordered_map<Key, std::int64_t, Hash> lines;
+  lines.reserve(table.models.size());
+  std::size_t repeats = 0;
+  std::string first;
+  for (const Candidate& c : table.models) {
+    const auto [where, isNew] = lines.try_emplace({c.set, c.model}, c.line);
+    if (isNew) continue;
+    if (repeats++ == 0) {
+      first = "the model name " + Quoted(c.model) + " is given twice (lines " + std::to_string(where->second) +
+              " and " + std::to_string(c.line) + ")";
+    }
+  }
+  if (repeats > 1) first += ", and " + std::to_string(repeats - 1) + " more names are repeated";
+  if (repeats > 0) table.warnings.push_back(first);
+}
+
+}  // namespace
+
+CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options) {
+  CandidateTable table;
+  if (!reader.Next()) throw DataError(reader.Name() + ": a header line but no models");
+  // write.table puts row names under no header name at all: its data rows
+  // hold one field more than the header.
+  std::vector<std::string> header = reader.Header();
+  if (reader.Fields().size() == header.size() + 1) header.insert(header.begin(), std::string());
+  RowReader rows(reader, std::move(header), options);
+  table.criterion = rows.Chosen();
+  table.byName = rows.ByName();
+
+  std::unordered_map<std::string, std::uint32_t> setIndex;
+  if (!rows.By()) table.sets.emplace_back();
+  do {
+    Candidate c = rows.Read(reader.Fields(), table.models.size() + 1);
+    if (rows.By()) {
+      std::string value(rows.Cell(*rows.By()));
+      const auto [where, isNew] = setIndex.try_emplace(value, static_cast<std::uint32_t>(table.sets.size()));
+      if (isNew) table.sets.push_back(std::move(value));
+      c.set = where->second;
+    }
+    table.models.push_back(std::move(c));
+  } while (reader.Next());
+
+  WarnOfDifferentN(table);
+  WarnOfRepeatedNames(table);
+  return table;
+}
+
+}  // namespace drav::selection

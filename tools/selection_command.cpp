@@ -1,0 +1,135 @@
+#include "tools/selection_command.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "selection/averaging.hpp"
+#include "selection/candidates.hpp"
+#include "selection/delimited_reader.hpp"
+#include "selection/delimited_writer.hpp"
+#include "selection/errors.hpp"
+#include "selection/json_writer.hpp"
+#include "selection/latex_writer.hpp"
+#include "selection/markdown_writer.hpp"
+#include "selection/output_buffer.hpp"
+#include "selection/ranking.hpp"
+#include "selection/table_layout.hpp"
+#include "selection/text_writer.hpp"
+#include "tools/selection_options.hpp"
+
+namespace drav::cli {
+namespace {
+
+namespace sel = drav::selection;
+
+// Exit statuses.
+constexpr int kDone = 0;
+constexpr int kFileUnreadable = 1;
+constexpr int kBadUsage = 2;
+constexpr int kBadData = 4;
+constexpr int kOutputUnwritable = 5;
+
+// A write to standard output failed; errno says why.
+struct WriteFailure {
+  int errorNumber;
+};
+
+void WriteOut(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) throw WriteFailure{errno};
+}
+
+void FinishOutput() {
+  if (std::fflush(stdout) != 0) throw WriteFailure{errno};
+}
+
+int Fail(int status, const std::string& message) {
+  std::fprintf(stderr, "drav-report: %s\n", message.c_str());
+  return status;
+}
+
+// Owns the file it opened; standard input stays open.
+class Input {
+ public:
+  explicit Input(const std::string& path)
+      : file_(path == "-" ? stdin : std::fopen(path.c_str(), "rb")),
+        error_(errno),
+        name_(path == "-" ? "standard input" : path) {}
+  ~Input() {
+    if (file_ && file_ != stdin) std::fclose(file_);
+  }
+  Input(const Input&) = delete;
+  Input& operator=(const Input&) = delete;
+  std::FILE* File() const { return file_; }
+  int Error() const { return error_; }
+  const std::string& Name() const { return name_; }
+
+ private:
+  std::FILE* file_;
+  int error_;
+  std::string name_;
+};
+
+void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
+  sel::OutputBuffer out(WriteOut);
+  switch (options.format) {
+    case OutputFormat::Text: sel::WriteText(layout, options.digits, out); break;
+    case OutputFormat::Csv: sel::WriteDelimited(layout, ',', out); break;
+    case OutputFormat::Tsv: sel::WriteDelimited(layout, '\t', out); break;
+    case OutputFormat::Markdown: sel::WriteMarkdown(layout, options.digits, out); break;
+    case OutputFormat::Latex: sel::WriteLatex(layout, options.digits, out); break;
+    case OutputFormat::Json: sel::WriteJson(layout, out); break;
+  }
+  FinishOutput();
+}
+
+int Run(const SelectionOptions& options) {
+  Input input(options.file);
+  if (!input.File()) return Fail(kFileUnreadable, input.Name() + ": " + std::strerror(input.Error()));
+  sel::DelimitedReader reader(input.File(), input.Name());
+  const sel::CandidateTable table = sel::LoadCandidates(reader, options.load);
+  for (const std::string& warning : table.warnings) {
+    if (options.strict) return Fail(kBadData, input.Name() + ": " + warning + " (--strict)");
+    std::fprintf(stderr, "drav-report: warning: %s: %s\n", input.Name().c_str(), warning.c_str());
+  }
+  const auto ranked = sel::Rank(table, {options.level, options.fileOrder});
+  if (!options.average) {
+    Write(sel::SelectionLayout(table, ranked, options.level), options);
+    return kDone;
+  }
+  std::vector<sel::AveragedEstimate> averages;
+  for (const sel::RankedSet& set : ranked) averages.push_back(sel::Average(table, set, options.level));
+  Write(sel::AverageLayout(table, averages, options.level), options);
+  return kDone;
+}
+
+}  // namespace
+
+int RunSelectionCommand(int argc, char** argv) {
+  try {
+    const SelectionOptions options = ParseSelectionOptions(argc, argv);
+    if (options.help) {
+      WriteOut(SelectionHelp());
+      FinishOutput();
+      return kDone;
+    }
+    return Run(options);
+  } catch (const sel::UsageError& error) {
+    Fail(kBadUsage, error.what());
+    std::fputs("Usage: drav-report table [OPTIONS] FILE|- (drav-report table --help for more)\n", stderr);
+    return kBadUsage;
+  } catch (const sel::ReadError& error) {
+    return Fail(kFileUnreadable, error.Name() + ": " + std::strerror(error.ErrorNumber()));
+  } catch (const sel::DataError& error) {
+    return Fail(kBadData, error.what());
+  } catch (const WriteFailure& failure) {
+    return Fail(kOutputUnwritable, std::string("cannot write the output: ") + std::strerror(failure.errorNumber));
+  } catch (const std::bad_alloc&) {
+    return Fail(kBadData, "the input is too large for this machine's memory");
+  }
+}
+
+}  // namespace drav::cli
