@@ -1,9 +1,9 @@
 #include "selection/candidates.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "analysis/utf8.hpp"
 #include "selection/column_roles.hpp"
@@ -156,30 +156,34 @@ void WarnOfDifferentN(CandidateTable& table) {
 }
 
 void WarnOfRepeatedNames(CandidateTable& table) {
-  struct Key {
-    std::uint32_t set;
-    std::string_view model;
-    bool operator==(const Key&) const = default;
-  };
-  struct Hash {
-    std::size_t operator()(const Key& key) const {
-      return std::hash<std::string_view>()(key.model) ^ (std::size_t{key.set} * 0x9E3779B97F4A7C15ULL);
-    }
-  };
-  std::unordered_map<Key, std::int64_t, Hash> lines;
-  lines.reserve(table.models.size());
+  // Hashes sorted side by side find the repeats of a million names in a
+  // fraction of the time a hash map of the names takes.
+  std::vector<std::pair<std::size_t, std::size_t>> hashes;  // (hash of set and name, model)
+  hashes.reserve(table.models.size());
+  for (std::size_t i = 0; i < table.models.size(); ++i) {
+    const Candidate& c = table.models[i];
+    hashes.emplace_back(std::hash<std::string_view>()(c.model) ^ (std::size_t{c.set} * 0x9E3779B97F4A7C15ULL), i);
+  }
+  std::sort(hashes.begin(), hashes.end());
   std::size_t repeats = 0;
-  std::string first;
-  for (const Candidate& c : table.models) {
-    const auto [where, isNew] = lines.try_emplace({c.set, c.model}, c.line);
-    if (isNew) continue;
-    if (repeats++ == 0) {
-      first = "the model name " + Quoted(c.model) + " is given twice (lines " + std::to_string(where->second) +
-              " and " + std::to_string(c.line) + ")";
+  std::pair<std::size_t, std::size_t> first;  // the earliest repeat in file order
+  for (std::size_t i = 1; i < hashes.size(); ++i) {
+    if (hashes[i].first != hashes[i - 1].first) continue;
+    // Equal hashes; compare with every earlier model of the run.
+    for (std::size_t j = i; j-- > 0 && hashes[j].first == hashes[i].first;) {
+      const Candidate& a = table.models[hashes[j].second];
+      const Candidate& b = table.models[hashes[i].second];
+      if (a.set != b.set || a.model != b.model) continue;
+      if (repeats++ == 0 || hashes[i].second < first.second) first = {hashes[j].second, hashes[i].second};
+      break;
     }
   }
-  if (repeats > 1) first += ", and " + std::to_string(repeats - 1) + " more names are repeated";
-  if (repeats > 0) table.warnings.push_back(first);
+  if (repeats == 0) return;
+  const Candidate& a = table.models[first.first];
+  std::string warning = "the model name " + Quoted(a.model) + " is given twice (lines " + std::to_string(a.line) +
+                        " and " + std::to_string(table.models[first.second].line) + ")";
+  if (repeats > 1) warning += ", and " + std::to_string(repeats - 1) + " more names are repeated";
+  table.warnings.push_back(warning);
 }
 
 }  // namespace

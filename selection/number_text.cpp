@@ -51,7 +51,11 @@ void AppendShortest(std::string& out, double number) {
     return;
   }
   char text[32];
-  const auto result = std::to_chars(text, text + sizeof text, number);
+  // Whole numbers in full, so that a count of a million is 1000000, not
+  // 1e+06; both read back the same.
+  const bool whole = std::fabs(number) < 1e15 && number == std::trunc(number);
+  const auto result = whole ? std::to_chars(text, text + sizeof text, number, std::chars_format::fixed)
+                            : std::to_chars(text, text + sizeof text, number);
   out.append(text, result.ptr);
 }
 

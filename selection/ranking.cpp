@@ -6,12 +6,18 @@
 namespace drav::selection {
 namespace {
 
-RankedSet RankOne(const CandidateTable& table, std::uint32_t set, std::vector<RankedModel> models,
+RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vector<std::size_t>& members,
                   const RankOptions& options) {
+  // Sorted as (criterion, file position) pairs: ties fall in file order, and
+  // the sort walks a compact array rather than the candidates themselves.
+  std::vector<std::pair<double, std::size_t>> order;
+  order.reserve(members.size());
+  for (std::size_t index : members) order.emplace_back(table.models[index].value, index);
+  std::sort(order.begin(), order.end());
+  std::vector<RankedModel> models(order.size());
+  for (std::size_t i = 0; i < order.size(); ++i) models[i].index = order[i].second;
   const auto value = [&](const RankedModel& m) { return table.models[m.index].value; };
-  std::stable_sort(models.begin(), models.end(),
-                   [&](const RankedModel& a, const RankedModel& b) { return value(a) < value(b); });
-  const double best = value(models.front());
+  const double best = order.front().first;
   // Likelihoods are exp(-delta/2) of differences, never of the criteria
   // themselves, so a set of criteria near 1e6 does not underflow to 0/0.
   double sum = 0;
@@ -46,17 +52,13 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, std::vector<Ra
 }  // namespace
 
 std::vector<RankedSet> Rank(const CandidateTable& table, const RankOptions& options) {
-  std::vector<std::vector<RankedModel>> members(table.sets.size());
+  std::vector<std::vector<std::size_t>> members(table.sets.size());
   if (table.sets.size() == 1) members[0].reserve(table.models.size());
-  for (std::size_t i = 0; i < table.models.size(); ++i) {
-    RankedModel m;
-    m.index = i;
-    members[table.models[i].set].push_back(m);
-  }
+  for (std::size_t i = 0; i < table.models.size(); ++i) members[table.models[i].set].push_back(i);
   std::vector<RankedSet> ranked;
   ranked.reserve(members.size());
   for (std::uint32_t set = 0; set < members.size(); ++set) {
-    ranked.push_back(RankOne(table, set, std::move(members[set]), options));
+    ranked.push_back(RankOne(table, set, members[set], options));
   }
   return ranked;
 }
