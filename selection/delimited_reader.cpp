@@ -86,8 +86,10 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
       }
     }
     if (i - position_ > limits_.maxRecordBytes) {
-      throw DataError(name_ + ":" + std::to_string(recordLine_) + ": a line longer than " +
-                      std::to_string(limits_.maxRecordBytes >> 20) + " MiB; this is not a table");
+      const std::size_t limit = limits_.maxRecordBytes;
+      const std::string size = limit >= (1u << 20) ? std::to_string(limit >> 20) + " MiB" : std::to_string(limit) + " bytes";
+      throw DataError(name_ + ":" + std::to_string(recordLine_) + ": a line longer than " + size +
+                      "; this is not a table");
     }
     if (atEnd_) {
       if (i == position_) return false;
