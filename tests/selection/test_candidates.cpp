@@ -76,6 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "d.csv:3: column 'loglik' holds 'NA', not a number"},
         Refusal{"EmptyCell", "model,AIC\na,\n", "d.csv:2: column 'AIC' holds an empty cell, not a number"},
         Refusal{"TrailingText", "model,AIC\na,12abc\n", "d.csv:2: column 'AIC' holds '12abc', not a number"},
+        Refusal{"Infinity", "model,AIC\na,-Inf\n", "d.csv:2: column 'AIC' holds '-Inf', not a number"},
         Refusal{"FullStopWithSemicolons", "model;AIC\na;1.5\n", "d.csv:2: column 'AIC' holds '1.5', not a number"},
         // n = K + 1: 2K(K+1)/(n-K-1) divides by zero.
         Refusal{"AiccTooFewObservations", "model,loglik,k,n\na,-1,2,20\nb,-1,3,4\n",

@@ -38,14 +38,17 @@ class ReaderCase : public ::testing::TestWithParam<Case> {};
 
 TEST_P(ReaderCase, ReadsHeaderAndRecords) {
   const Case& c = GetParam();
-  auto file = MemoryInput(c.text);
-  // A small chunk makes records straddle reads, CR LF pairs included.
-  DelimitedReader reader(file.get(), "in.csv", {1024, 3});
-  EXPECT_EQ(reader.Separator(), c.separator);
-  EXPECT_EQ(Joined(reader.Header()), c.header);
-  std::vector<std::string> rows;
-  while (reader.Next()) rows.push_back(Joined(reader.Fields()).append("@").append(std::to_string(reader.Line())));
-  EXPECT_EQ(rows, c.rows);
+  // Small chunks make records, quotes and CR LF pairs straddle two reads.
+  for (std::size_t chunk : {1, 3, 4096}) {
+    SCOPED_TRACE(chunk);
+    auto file = MemoryInput(c.text);
+    DelimitedReader reader(file.get(), "in.csv", {1024, chunk});
+    EXPECT_EQ(reader.Separator(), c.separator);
+    EXPECT_EQ(Joined(reader.Header()), c.header);
+    std::vector<std::string> rows;
+    while (reader.Next()) rows.push_back(Joined(reader.Fields()).append("@").append(std::to_string(reader.Line())));
+    EXPECT_EQ(rows, c.rows);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(

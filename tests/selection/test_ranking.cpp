@@ -73,6 +73,9 @@ TEST(Ranking, TiesKeepFileOrderAndFileOrderKeepsRanks) {
   const auto ranked = Rank(Set({5, 3, 3, 1}), {});
   const std::size_t byRank[] = {3, 1, 2, 0};
   for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(ranked[0].models[i].index, byRank[i]);
+  // Enough ties that a sort which is not stable by nature would show it.
+  const auto many = Rank(Set(std::vector<double>(40, 7.5)), {});
+  for (std::size_t i = 0; i < 40; ++i) EXPECT_EQ(many[0].models[i].index, i);
   const auto inFile = Rank(Set({5, 3, 3, 1}), {0.95, true});
   const std::int64_t ranks[] = {4, 2, 3, 1};
   for (std::size_t i = 0; i < 4; ++i) {
