@@ -10,7 +10,8 @@ namespace drav::selection {
 
 DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits limits)
     : file_(file), name_(std::move(name)), limits_(limits) {
-  Refill();
+  // The byte-order mark may come in more than one read.
+  while (buffer_.size() < 3 && !atEnd_) Refill();
   const std::string_view start(buffer_);
   if (start.starts_with("\xEF\xBB\xBF")) position_ = 3;
   if (start.starts_with("\xFF\xFE") || start.starts_with("\xFE\xFF")) {
