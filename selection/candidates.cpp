@@ -199,6 +199,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   table.criterion = rows.Chosen();
   table.byName = rows.ByName();
 
+  table.models.reserve(options.expectedModels);
   std::unordered_map<std::string, std::uint32_t> setIndex;
   if (!rows.By()) table.sets.emplace_back();
   do {

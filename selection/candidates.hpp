@@ -19,6 +19,7 @@ struct LoadOptions {
   std::string byColumn;                // the column that splits the rows into sets; empty for one set
   std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
   std::string seColumn;
+  std::size_t expectedModels = 0;      // room made at once, such as from the file's size; a guess
 };
 
 inline constexpr double kNotGiven = std::numeric_limits<double>::quiet_NaN();

@@ -15,14 +15,14 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vec
   for (std::size_t index : members) order.emplace_back(table.models[index].value, index);
   std::sort(order.begin(), order.end());
   std::vector<RankedModel> models(order.size());
-  for (std::size_t i = 0; i < order.size(); ++i) models[i].index = order[i].second;
-  const auto value = [&](const RankedModel& m) { return table.models[m.index].value; };
   const double best = order.front().first;
   // Likelihoods are exp(-delta/2) of differences, never of the criteria
   // themselves, so a set of criteria near 1e6 does not underflow to 0/0.
   double sum = 0;
-  for (RankedModel& m : models) {
-    m.delta = value(m) - best;
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    RankedModel& m = models[i];
+    m.index = order[i].second;
+    m.delta = order[i].first - best;
     m.likelihood = std::exp(-m.delta / 2);
     sum += m.likelihood;
   }
