@@ -57,8 +57,13 @@ class RowReader {
     if (roles_.k) c.k = computed_ ? Number(*roles_.k) : Optional(*roles_.k);
     if (roles_.n) c.n = computed_ && NeedsN(criterion_) ? Number(*roles_.n) : Optional(*roles_.n);
     if (computed_) {
-      c.value = Compute(criterion_, {c.logLik, c.k, c.n, chat_});
       CheckSample(c);
+      c.value = Compute(criterion_, {c.logLik, c.k, c.n, chat_});
+      // Cells near the largest double can give an infinite criterion, and
+      // an infinite best would make every difference NaN.
+      if (!std::isfinite(c.value)) {
+        throw DataError(Where() + std::string(Title(criterion_)) + " computed from this line is not a finite number");
+      }
     } else {
       c.value = Number(*roles_.criterion[static_cast<std::size_t>(criterion_)]);
     }

@@ -81,6 +81,9 @@ INSTANTIATE_TEST_SUITE_P(
         // n = K + 1: 2K(K+1)/(n-K-1) divides by zero.
         Refusal{"AiccTooFewObservations", "model,loglik,k,n\na,-1,2,20\nb,-1,3,4\n",
                 "d.csv:3: AICc needs n > K + 1, and here n = 4 with K = 3"},
+        // -2 * -1e308 overflows.
+        Refusal{"CriterionOverflows", "model,loglik,k\na,-1e308,2\n",
+                "d.csv:2: AIC computed from this line is not a finite number"},
         Refusal{"NothingToComputeFrom", "model,loglik\na,-1\n", "d.csv: no column aic, nor loglik and k to compute AIC from"},
         Refusal{"TooManyFields", "model,AIC\na,1,2,3\n", "d.csv:2: 4 fields where the header has 2"},
         Refusal{"HeaderOnly", "model,AIC\n", "d.csv: a header line but no models"}),
