@@ -19,8 +19,12 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits l
   }
   std::size_t end = 0;
   std::size_t next = 0;
-  while (FindRecord(end, next) && end == position_) position_ = next;  // blank lines before the header
-  if (end == position_) throw DataError(name_ + ": no header line; the input is empty");
+  bool found = FindRecord(end, next);
+  while (found && end == position_) {  // blank lines before the header
+    position_ = next;
+    found = FindRecord(end, next);
+  }
+  if (!found) throw DataError(name_ + ": no header line; the input is empty");
 
   // The separator the header uses most; on a tie tab wins over semicolon and
   // semicolon over comma, because names hold commas more often than tabs.

@@ -89,6 +89,7 @@ TEST_P(ReaderRefusal, SaysWhy) {
 INSTANTIATE_TEST_SUITE_P(
     Inputs, ReaderRefusal,
     ::testing::Values(Refusal{"Empty", "", "in.csv: no header line; the input is empty"},
+                      Refusal{"BlankLinesOnly", "\n\r\n\n", "in.csv: no header line; the input is empty"},
                       Refusal{"Utf16", std::string("\xFF\xFEm\0", 4), "in.csv: the text is UTF-16; save it as UTF-8 (or CSV UTF-8)"},
                       Refusal{"NulBytes", std::string("model,aic\nm1,\0\0", 15), "in.csv:2: holds a NUL byte; this is not a text file"},
                       // The limit is 64 bytes here, 1 GiB in the program.
