@@ -208,6 +208,10 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   std::unordered_map<std::string, std::uint32_t> setIndex;
   if (!rows.By()) table.sets.emplace_back();
   do {
+    if (table.models.size() == options.maxModels) {
+      throw DataError(reader.Name() + ":" + std::to_string(reader.Line()) + ": more than " +
+                      std::to_string(options.maxModels) + " models; a table holds no more");
+    }
     Candidate c = rows.Read(reader.Fields(), table.models.size() + 1);
     if (rows.By()) {
       std::string value(rows.Cell(*rows.By()));

@@ -20,6 +20,9 @@ struct LoadOptions {
   std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
   std::string seColumn;
   std::size_t expectedModels = 0;      // room made at once, such as from the file's size; a guess
+  // An endless input of valid rows (`yes m,1`) would fill the memory; a
+  // table holds about 200 bytes a model, so twenty million take 4 GB.
+  std::size_t maxModels = 20'000'000;
 };
 
 inline constexpr double kNotGiven = std::numeric_limits<double>::quiet_NaN();
@@ -48,7 +51,7 @@ struct CandidateTable {
 
 // Reads every record. Throws DataError for a cell that is not a number in a
 // column the criterion needs (naming file:line and the column), for AICc
-// with n <= K + 1 and for a missing column; UsageError for a computed QAIC
+// with n <= K + 1, for a missing column and for more than maxModels models; UsageError for a computed QAIC
 // without an overdispersion factor.
 CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options);
 

@@ -95,6 +95,18 @@ TEST(Candidates, CellsNotNeededMayBeMissing) {
   EXPECT_TRUE(std::isnan(table.models[0].k));
 }
 
+TEST(Candidates, EndlessInputStopsAtTheModelLimit) {
+  LoadOptions options;
+  options.maxModels = 2;
+  EXPECT_EQ(Load("model,AIC\na,1\nb,2\n", options).models.size(), 2u);
+  try {
+    Load("model,AIC\na,1\nb,2\nc,3\n", options);
+    FAIL() << "a third model was taken";
+  } catch (const DataError& error) {
+    EXPECT_STREQ(error.what(), "d.csv:4: more than 2 models; a table holds no more");
+  }
+}
+
 TEST(Candidates, QaicWithoutFactorIsUsage) {
   LoadOptions options;
   options.criterion = Criterion::QAIC;
