@@ -18,6 +18,8 @@ packages=(
   # the package's checks: Debian policy, software centres, manual pages,
   # and the scalable icon drawn to compare with the PNG
   lintian appstream mandoc librsvg2-bin
+  # an independent check of the model-selection numbers
+  r-base-core r-cran-bbmle
 )
 
 missing=()

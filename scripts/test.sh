@@ -6,6 +6,7 @@ bash scripts/install-deps.sh
 bash scripts/build.sh
 # The benchmarks must at least still run; their figures are read by hand.
 ./build/bench/bench_analysis --benchmark_min_time=0.01 >/dev/null 2>&1
+./build/bench/bench_selection --benchmark_min_time=0.01 >/dev/null 2>&1
 # Every fuzz target for a minute, then the whole suite under AddressSanitizer
 # and UndefinedBehaviorSanitizer.
 bash scripts/fuzz.sh "${DRAV_FUZZ_SECONDS:-60}"

@@ -16,6 +16,8 @@
 #include "analysis/runtime_exception.hpp"
 #include "analysis/text.hpp"
 #include "tools/console_host.hpp"
+#include "tools/selection_command.hpp"
+#include "tools/selection_options.hpp"
 
 namespace {
 
@@ -81,6 +83,9 @@ bool Write(std::string_view text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average")) {
+    return drav::cli::RunSelectionCommand(argc - 1, argv + 1);
+  }
   std::setlocale(LC_ALL, "");
   // Options may stand anywhere before "--"; "-" alone is standard input and
   // "-5" a (bad) count, so only a double dash starts an option.
@@ -93,7 +98,7 @@ int main(int argc, char** argv) {
     } else if (arg == "--") {
       optionsEnd = true;
     } else if (arg == "--help") {
-      return Write(kHelp) ? kReportWritten : kWriteFailed;
+      return Write(std::string(kHelp) + drav::cli::SelectionSummary()) ? kReportWritten : kWriteFailed;
     } else if (arg == "--version") {
       return Write("drav-report 2.1\n") ? kReportWritten : kWriteFailed;
     } else {

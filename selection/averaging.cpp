@@ -1,0 +1,58 @@
+#include "selection/averaging.hpp"
+
+#include <cmath>
+#include <vector>
+
+#include "selection/errors.hpp"
+#include "selection/normal_quantile.hpp"
+
+namespace drav::selection {
+
+AveragedEstimate Average(const CandidateTable& table, const RankedSet& set, double level) {
+  AveragedEstimate result;
+  result.set = set.set;
+  // The weights renormalised over the models with the parameter, taken from
+  // exp(-delta/2) against the best of those models rather than from the
+  // set's weights: when all of them sit far behind, their set weights have
+  // underflowed to 0 and could not be renormalised.
+  struct Term {
+    double weight;
+    const Candidate* model;
+  };
+  std::vector<Term> terms;
+  double bestDelta = INFINITY;
+  for (const RankedModel& m : set.models) {
+    const Candidate& c = table.models[m.index];
+    if (std::isnan(c.estimate)) continue;
+    terms.push_back({m.delta, &c});
+    bestDelta = std::fmin(bestDelta, m.delta);
+  }
+  if (terms.empty()) {
+    const std::string which = table.sets.size() > 1 ? "set '" + table.sets[set.set] + "'" : "the set";
+    throw DataError("no model of " + which + " has an estimate to average");
+  }
+  double sum = 0;
+  for (Term& t : terms) {
+    t.weight = std::exp(-(t.weight - bestDelta) / 2);
+    sum += t.weight;
+  }
+  double estimate = 0;
+  for (Term& t : terms) {
+    t.weight /= sum;
+    estimate += t.weight * t.model->estimate;
+  }
+  double variance = 0;
+  for (const Term& t : terms) {
+    const double deviation = t.model->estimate - estimate;
+    variance += t.weight * (t.model->se * t.model->se + deviation * deviation);
+  }
+  result.estimate = estimate;
+  result.se = std::sqrt(variance);
+  result.models = terms.size();
+  const double z = NormalQuantile(0.5 + level / 2);
+  result.lower = estimate - z * result.se;
+  result.upper = estimate + z * result.se;
+  return result;
+}
+
+}  // namespace drav::selection

@@ -1,0 +1,58 @@
+#pragma once
+// The candidate models of a table, read from delimited text: each model's
+// name, its criterion (from its column or computed), what it was computed
+// from, and the model set it belongs to.
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "selection/criterion.hpp"
+#include "selection/delimited_reader.hpp"
+
+namespace drav::selection {
+
+struct LoadOptions {
+  std::optional<Criterion> criterion;  // none: the first criterion column, else AICc with n, else AIC
+  std::optional<double> chat;          // the overdispersion factor for a computed QAIC
+  std::string byColumn;                // the column that splits the rows into sets; empty for one set
+  std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
+  std::string seColumn;
+  std::size_t expectedModels = 0;      // room made at once, such as from the file's size; a guess
+  // An endless input of valid rows (`yes m,1`) would fill the memory; a
+  // table holds about 200 bytes a model, so twenty million take 4 GB.
+  std::size_t maxModels = 20'000'000;
+};
+
+inline constexpr double kNotGiven = std::numeric_limits<double>::quiet_NaN();
+
+struct Candidate {
+  std::string model;
+  double value = 0;          // the criterion
+  double logLik = kNotGiven;  // NaN where the file has no such column or no number in it
+  double k = kNotGiven;
+  double n = kNotGiven;
+  double estimate = kNotGiven;  // NaN where the model does not have the parameter
+  double se = kNotGiven;
+  std::int64_t line = 0;
+  std::uint32_t set = 0;  // index into CandidateTable::sets
+};
+
+struct CandidateTable {
+  Criterion criterion = Criterion::AIC;
+  std::string byName;             // the --by column as the header writes it
+  std::vector<std::string> sets;  // values of the --by column by first appearance; one "" without
+  std::vector<Candidate> models;  // in file order
+  // Things the reader should know that do not stop the table: models of one
+  // set fitted to different n, names given twice.
+  std::vector<std::string> warnings;
+};
+
+// Reads every record. Throws DataError for a cell that is not a number in a
+// column the criterion needs (naming file:line and the column), for AICc
+// with n <= K + 1, for a missing column and for more than maxModels models; UsageError for a computed QAIC
+// without an overdispersion factor.
+CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options);
+
+}  // namespace drav::selection

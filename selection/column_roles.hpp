@@ -1,0 +1,30 @@
+#pragma once
+// Which header column holds what. Names are matched without case and with
+// the spellings the statistics packages use: R's logLik, AICcmodavg's
+// Modnames and LL, MuMIn's df, Stata's ll and N.
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "selection/criterion.hpp"
+
+namespace drav::selection {
+
+struct ColumnRoles {
+  std::optional<std::size_t> model;
+  std::optional<std::size_t> rowName;  // an unnamed first column, as write.csv puts row names there
+  std::optional<std::size_t> logLik;
+  std::optional<std::size_t> k;
+  std::optional<std::size_t> n;
+  std::array<std::optional<std::size_t>, 4> criterion;  // by Criterion
+  std::optional<Criterion> firstCriterion;              // the leftmost criterion column's
+};
+
+ColumnRoles FindRoles(const std::vector<std::string>& header);
+
+// The column whose name matches `name` without case; the first of several.
+std::optional<std::size_t> FindColumn(const std::vector<std::string>& header, std::string_view name);
+
+}  // namespace drav::selection

@@ -1,0 +1,102 @@
+#include "selection/json_writer.hpp"
+
+#include <cmath>
+
+#include "selection/number_text.hpp"
+
+namespace drav::selection {
+namespace {
+
+void AppendString(std::string& out, std::string_view text) {
+  static constexpr char kHex[] = "0123456789abcdef";
+  out += '"';
+  for (char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '"' || c == '\\') {
+      out += '\\';
+      out += c;
+    } else if (byte < 0x20) {
+      out += "\\u00";
+      out += kHex[byte >> 4];
+      out += kHex[byte & 15];
+    } else {
+      out += c;
+    }
+  }
+  out += '"';
+}
+
+void AppendValue(std::string& out, const Cell& cell) {
+  switch (cell.kind) {
+    case CellKind::Empty: out += "null"; break;
+    case CellKind::Text: AppendString(out, cell.text); break;
+    case CellKind::Number:
+    case CellKind::Count:
+      if (std::isfinite(cell.number)) {
+        AppendShortest(out, cell.number);
+      } else {
+        out += "null";
+      }
+      break;
+    case CellKind::Flag: out += cell.flag ? "true" : "false"; break;
+  }
+}
+
+void AppendField(std::string& out, bool& first, std::string_view key, const Cell& value) {
+  if (!first) out += ", ";
+  first = false;
+  AppendString(out, key);
+  out += ": ";
+  AppendValue(out, value);
+}
+
+void AppendRow(std::string& out, const OutputTable& table, std::size_t row, bool skipSetColumns) {
+  out += '{';
+  bool first = true;
+  for (const Column& column : table.columns) {
+    if (skipSetColumns && column.ofSet) continue;
+    AppendField(out, first, column.key, column.cell(row));
+  }
+  out += '}';
+}
+
+void WriteSet(const OutputTable& table, const RowGroup& group, OutputBuffer& out) {
+  std::string& text = out.Text();
+  text += '{';
+  bool first = true;
+  if (!table.byKey.empty()) AppendField(text, first, table.byKey, TextCell(group.value));
+  for (const auto& [key, value] : table.setFields) AppendField(text, first, key, value);
+  if (!first) text += ", ";
+  AppendString(text, table.rowsKey);
+  text += ": [";
+  for (std::size_t row = group.begin; row < group.end; ++row) {
+    text += row == group.begin ? "\n  " : ",\n  ";
+    AppendRow(text, table, row, true);
+    out.Spill();
+  }
+  text += "\n]}";
+}
+
+}  // namespace
+
+void WriteJson(const OutputTable& table, OutputBuffer& out) {
+  std::string& text = out.Text();
+  const bool list = !table.byKey.empty();
+  if (list) text += '[';
+  for (std::size_t g = 0; g < table.groups.size(); ++g) {
+    if (list) text += g == 0 ? "\n" : ",\n";
+    if (table.rowsKey.empty()) {
+      for (std::size_t row = table.groups[g].begin; row < table.groups[g].end; ++row) {
+        AppendRow(text, table, row, false);
+      }
+    } else {
+      WriteSet(table, table.groups[g], out);
+    }
+    out.Spill();
+  }
+  if (list) text += "\n]";
+  text += '\n';
+  out.Flush();
+}
+
+}  // namespace drav::selection

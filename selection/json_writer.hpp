@@ -1,0 +1,12 @@
+#pragma once
+// JSON for programs: numbers in full precision (shortest round-trip text),
+// infinities and missing values as null. One set is one object; with --by
+// the sets form a list, each object carrying its set's value.
+#include "selection/output_buffer.hpp"
+#include "selection/output_table.hpp"
+
+namespace drav::selection {
+
+void WriteJson(const OutputTable& table, OutputBuffer& out);
+
+}  // namespace drav::selection

@@ -1,0 +1,82 @@
+#include "selection/latex_writer.hpp"
+
+#include "selection/readable_cell.hpp"
+
+namespace drav::selection {
+namespace {
+
+void AppendEscaped(std::string& out, std::string_view text) {
+  for (char c : text) {
+    switch (c) {
+      case '\\': out += "\\textbackslash{}"; break;
+      case '{': out += "\\{"; break;
+      case '}': out += "\\}"; break;
+      case '&': out += "\\&"; break;
+      case '%': out += "\\%"; break;
+      case '$': out += "\\$"; break;
+      case '#': out += "\\#"; break;
+      case '_': out += "\\_"; break;
+      case '~': out += "\\textasciitilde{}"; break;
+      case '^': out += "\\textasciicircum{}"; break;
+      // In the default font encoding these print as other glyphs.
+      case '<': out += "\\textless{}"; break;
+      case '>': out += "\\textgreater{}"; break;
+      case '|': out += "\\textbar{}"; break;
+      case '\n':
+      case '\r': out += ' '; break;
+      default: out += c;
+    }
+  }
+}
+
+void AppendCell(std::string& out, const Cell& cell, const Column& column, std::optional<int> digits) {
+  if (cell.kind == CellKind::Text) {
+    AppendEscaped(out, cell.text);
+    return;
+  }
+  std::string text = ReadableCell(cell, column, digits);
+  if (text == "Inf") {
+    text = "$\\infty$";
+  } else if (text == "*") {
+    text = "$\\ast$";
+  } else if (!text.empty() && text[0] == '-') {
+    text = "$-$" + text.substr(1);  // a minus sign, not a hyphen
+  }
+  out += text;
+}
+
+}  // namespace
+
+void WriteLatex(const OutputTable& table, std::optional<int> digits, OutputBuffer& out) {
+  std::string& text = out.Text();
+  text += "\\begin{tabular}{";
+  for (const Column& column : table.columns) {
+    text += table.rows > 0 && column.cell(0).kind == CellKind::Text ? 'l' : 'r';
+  }
+  text += "}\n\\toprule\n";
+  for (std::size_t c = 0; c < table.columns.size(); ++c) {
+    if (c > 0) text += " & ";
+    const Column& column = table.columns[c];
+    if (column.latexTitle.empty()) {
+      AppendEscaped(text, column.title);
+    } else {
+      text += column.latexTitle;
+    }
+  }
+  text += " \\\\\n\\midrule\n";
+  for (std::size_t g = 0; g < table.groups.size(); ++g) {
+    if (g > 0) text += "\\midrule\n";
+    for (std::size_t row = table.groups[g].begin; row < table.groups[g].end; ++row) {
+      for (std::size_t c = 0; c < table.columns.size(); ++c) {
+        if (c > 0) text += " & ";
+        AppendCell(text, table.columns[c].cell(row), table.columns[c], digits);
+      }
+      text += " \\\\\n";
+      out.Spill();
+    }
+  }
+  text += "\\bottomrule\n\\end{tabular}\n";
+  out.Flush();
+}
+
+}  // namespace drav::selection

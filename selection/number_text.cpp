@@ -1,0 +1,69 @@
+#include "selection/number_text.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "analysis/format.hpp"
+
+namespace drav::selection {
+namespace {
+
+std::string_view Trimmed(std::string_view cell) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  while (!cell.empty() && blank(cell.front())) cell.remove_prefix(1);
+  while (!cell.empty() && blank(cell.back())) cell.remove_suffix(1);
+  return cell;
+}
+
+}  // namespace
+
+std::optional<double> ParseNumber(std::string_view cell, bool decimalComma) {
+  cell = Trimmed(cell);
+  if (cell.size() > 1 && cell[0] == '+' && cell[1] != '-') cell.remove_prefix(1);
+  if (cell.empty()) return std::nullopt;
+  double value = 0;
+  std::from_chars_result result{};
+  if (decimalComma) {
+    if (cell.find('.') != std::string_view::npos) return std::nullopt;
+    // Numbers are short; a longer cell is not one we would read anyway.
+    char text[128];
+    if (cell.size() > sizeof text) return std::nullopt;
+    std::replace_copy(cell.begin(), cell.end(), text, ',', '.');
+    result = std::from_chars(text, text + cell.size(), value);
+    if (result.ec != std::errc() || result.ptr != text + cell.size()) return std::nullopt;
+  } else {
+    result = std::from_chars(cell.data(), cell.data() + cell.size(), value);
+    if (result.ec != std::errc() || result.ptr != cell.data() + cell.size()) return std::nullopt;
+  }
+  if (!std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+bool IsMissing(std::string_view cell) {
+  cell = Trimmed(cell);
+  return cell.empty() || cell == "NA";
+}
+
+void AppendShortest(std::string& out, double number) {
+  if (std::isinf(number)) {
+    out += number < 0 ? "-Inf" : "Inf";
+    return;
+  }
+  char text[32];
+  // Whole numbers in full, so that a count of a million is 1000000, not
+  // 1e+06; both read back the same.
+  const bool whole = std::fabs(number) < 1e15 && number == std::trunc(number);
+  const auto result = whole ? std::to_chars(text, text + sizeof text, number, std::chars_format::fixed)
+                            : std::to_chars(text, text + sizeof text, number);
+  out.append(text, result.ptr);
+}
+
+std::string Rounded(double number, int digits) {
+  if (std::isinf(number)) return number < 0 ? "-Inf" : "Inf";
+  std::string mask = "0";
+  if (digits > 0) mask.append(1, '.').append(static_cast<std::size_t>(digits), '0');
+  return Format(number, mask);
+}
+
+}  // namespace drav::selection

@@ -1,0 +1,36 @@
+#pragma once
+// Text on its way out: writers append to it, and it hands what has gathered
+// to its sink a megabyte at a time, so a table of a million models never
+// stands in memory whole.
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace drav::selection {
+
+class OutputBuffer {
+ public:
+  using Sink = std::function<void(std::string_view)>;
+  explicit OutputBuffer(Sink sink) : sink_(std::move(sink)) { text_.reserve(kSpillBytes + 4096); }
+  OutputBuffer(const OutputBuffer&) = delete;
+  OutputBuffer& operator=(const OutputBuffer&) = delete;
+
+  // What writers append to.
+  std::string& Text() { return text_; }
+  // Hands the text to the sink when enough has gathered; writers call it
+  // once per row.
+  void Spill() {
+    if (text_.size() >= kSpillBytes) Flush();
+  }
+  void Flush() {
+    if (!text_.empty()) sink_(text_);
+    text_.clear();
+  }
+
+ private:
+  static constexpr std::size_t kSpillBytes = std::size_t{1} << 20;
+  Sink sink_;
+  std::string text_;
+};
+
+}  // namespace drav::selection

@@ -1,0 +1,59 @@
+#pragma once
+// A table as the writers see it: named columns whose cells are produced row
+// by row from the results, so that no writer knows about ranking or
+// averaging and no table is copied into cells first.
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace drav::selection {
+
+enum class CellKind {
+  Empty,   // no value: the file did not give it
+  Text,    // a name, as read
+  Number,  // rounded in text, markdown and latex; shortest round-trip text elsewhere
+  Count,   // a rank or a parameter count: never rounded
+  Flag,    // a yes or no: true/false in csv and json, a star for people
+};
+
+struct Cell {
+  CellKind kind = CellKind::Empty;
+  std::string_view text;
+  double number = 0;
+  bool flag = false;
+};
+
+inline Cell TextCell(std::string_view text) { return {CellKind::Text, text, 0, false}; }
+inline Cell NumberCell(double number) { return {CellKind::Number, {}, number, false}; }
+inline Cell CountCell(double number) { return {CellKind::Count, {}, number, false}; }
+inline Cell FlagCell(bool flag) { return {CellKind::Flag, {}, 0, flag}; }
+
+struct Column {
+  std::string key;         // the name in csv, tsv and json
+  std::string title;       // the heading in text and markdown
+  std::string latexTitle;  // the heading in latex, as LaTeX; empty: the title, escaped
+  int digits = 4;          // decimals in text, markdown and latex unless --digits says
+  bool ofSet = false;      // the --by column: in json a field of the set, not of each row
+  std::function<Cell(std::size_t row)> cell;
+};
+
+// A run of rows that belong to one model set.
+struct RowGroup {
+  std::string_view value;  // the set's --by value
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+struct OutputTable {
+  std::vector<Column> columns;
+  std::size_t rows = 0;
+  std::vector<RowGroup> groups;                           // cover the rows, in order
+  std::string byKey;                                      // the --by column's name; empty for one set
+  std::vector<std::pair<std::string, Cell>> setFields;    // json fields of every set, such as the criterion
+  std::string rowsKey;  // json key of each set's list of rows; empty when each row is its set's object
+  std::string note;     // a line under the table in text
+};
+
+}  // namespace drav::selection

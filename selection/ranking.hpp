@@ -1,0 +1,36 @@
+#pragma once
+// Each model set ranked by its criterion, with the differences, relative
+// likelihoods, Akaike weights, cumulative weights, evidence ratios and the
+// confidence set (Burnham & Anderson 2002, section 2.9 and 4.2).
+#include <cstdint>
+#include <vector>
+
+#include "selection/candidates.hpp"
+
+namespace drav::selection {
+
+struct RankedModel {
+  std::size_t index = 0;      // into CandidateTable::models
+  std::int64_t rank = 0;      // from 1, by the criterion; ties keep file order
+  double delta = 0;           // criterion less the set's lowest
+  double likelihood = 0;      // exp(-delta/2)
+  double weight = 0;          // likelihood over the set's sum of likelihoods
+  double cumulative = 0;      // sum of the weights of this model and those ranked above it
+  double evidenceRatio = 0;   // best model's weight over this one's, as exp(delta/2)
+  bool inConfidenceSet = false;
+};
+
+struct RankedSet {
+  std::uint32_t set = 0;             // index into CandidateTable::sets
+  std::vector<RankedModel> models;   // by rank, or in file order when asked
+};
+
+struct RankOptions {
+  double level = 0.95;      // the confidence set's cumulative weight
+  bool fileOrder = false;   // list the models as the file does; ranks and sums stay by rank
+};
+
+// One RankedSet per set, in order of the sets' first appearance.
+std::vector<RankedSet> Rank(const CandidateTable& table, const RankOptions& options);
+
+}  // namespace drav::selection

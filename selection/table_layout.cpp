@@ -1,0 +1,103 @@
+#include "selection/table_layout.hpp"
+
+#include <cmath>
+#include <memory>
+
+#include "selection/number_text.hpp"
+
+namespace drav::selection {
+namespace {
+
+Cell Given(double number) { return std::isnan(number) ? Cell{} : NumberCell(number); }
+
+std::string Percent(double level) {
+  std::string text;
+  AppendShortest(text, level * 100);
+  return text + "%";
+}
+
+}  // namespace
+
+OutputTable SelectionLayout(const CandidateTable& table, const std::vector<RankedSet>& ranked, double level) {
+  // Rows are the sets' models one set after another; each row remembers
+  // where it comes from, which is all the columns need.
+  struct Row {
+    const RankedModel* ranked;
+    std::uint32_t set;
+  };
+  auto rows = std::make_shared<std::vector<Row>>();
+  OutputTable out;
+  for (const RankedSet& set : ranked) {
+    const std::size_t begin = rows->size();
+    for (const RankedModel& m : set.models) rows->push_back({&m, set.set});
+    out.groups.push_back({table.sets[set.set], begin, rows->size()});
+  }
+  out.rows = rows->size();
+  const auto r = [rows](std::size_t i) -> const RankedModel& { return *(*rows)[i].ranked; };
+  const auto model = [rows, &table](std::size_t i) -> const Candidate& {
+    return table.models[(*rows)[i].ranked->index];
+  };
+  const std::string criterion(Title(table.criterion));
+
+  if (!table.byName.empty()) {
+    out.byKey = table.byName;
+    out.columns.push_back({table.byName, table.byName, "", 0, true,
+                           [rows, &table](std::size_t i) { return TextCell(table.sets[(*rows)[i].set]); }});
+  }
+  out.columns.push_back({"rank", "Rank", "Rank", 0, false, [r](std::size_t i) { return CountCell(double(r(i).rank)); }});
+  out.columns.push_back({"model", "Model", "Model", 0, false, [model](std::size_t i) { return TextCell(model(i).model); }});
+  out.columns.push_back({"k", "K", "$K$", 0, false, [model](std::size_t i) {
+                           const double k = model(i).k;
+                           return std::isnan(k) ? Cell{} : CountCell(k);
+                         }});
+  out.columns.push_back({"loglik", "logLik", "$\\log L$", 2, false, [model](std::size_t i) { return Given(model(i).logLik); }});
+  out.columns.push_back({std::string(Name(table.criterion)), criterion,
+                         table.criterion == Criterion::AICc ? "AIC$_c$" : criterion, 2, false,
+                         [model](std::size_t i) { return NumberCell(model(i).value); }});
+  out.columns.push_back({"delta", "Delta", "$\\Delta$", 2, false, [r](std::size_t i) { return NumberCell(r(i).delta); }});
+  out.columns.push_back({"likelihood", "Likelihood", "$\\mathcal{L}$", 4, false,
+                         [r](std::size_t i) { return NumberCell(r(i).likelihood); }});
+  out.columns.push_back({"weight", "Weight", "$w$", 4, false, [r](std::size_t i) { return NumberCell(r(i).weight); }});
+  out.columns.push_back({"cumulative_weight", "Cum. weight", "Cum.\\ $w$", 4, false,
+                         [r](std::size_t i) { return NumberCell(r(i).cumulative); }});
+  out.columns.push_back({"evidence_ratio", "Evidence ratio", "ER", 2, false,
+                         [r](std::size_t i) { return NumberCell(r(i).evidenceRatio); }});
+  const std::string set = Percent(level) + " set";
+  std::string latexSet = Percent(level);
+  latexSet.insert(latexSet.size() - 1, "\\");
+  out.columns.push_back({"confidence_set", set, latexSet + " set", 0, false, [r](std::size_t i) { return FlagCell(r(i).inConfidenceSet); }});
+
+  out.setFields.emplace_back("criterion", TextCell(Name(table.criterion)));
+  out.setFields.emplace_back("level", NumberCell(level));
+  out.rowsKey = "models";
+  out.note = "Ranked by " + criterion + "; * marks the " + Percent(level) +
+             " confidence set, the best models whose weights add up to " + Percent(level) + ".";
+  return out;
+}
+
+OutputTable AverageLayout(const CandidateTable& table, const std::vector<AveragedEstimate>& averages,
+                          double level) {
+  OutputTable out;
+  out.rows = averages.size();
+  for (std::size_t i = 0; i < averages.size(); ++i) out.groups.push_back({table.sets[averages[i].set], i, i + 1});
+  const auto a = [&averages](std::size_t i) -> const AveragedEstimate& { return averages[i]; };
+  if (!table.byName.empty()) {
+    out.byKey = table.byName;
+    out.columns.push_back({table.byName, table.byName, "", 0, false,
+                           [a, &table](std::size_t i) { return TextCell(table.sets[a(i).set]); }});
+  }
+  const std::string ci = Percent(level) + " CI";
+  out.columns.push_back({"criterion", "Criterion", "Criterion", 0, false,
+                         [&table](std::size_t) { return TextCell(Name(table.criterion)); }});
+  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [a](std::size_t i) { return NumberCell(a(i).estimate); }});
+  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [a](std::size_t i) { return NumberCell(a(i).se); }});
+  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [a](std::size_t i) { return NumberCell(a(i).lower); }});
+  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [a](std::size_t i) { return NumberCell(a(i).upper); }});
+  out.columns.push_back({"models", "Models", "Models", 0, false,
+                         [a](std::size_t i) { return CountCell(double(a(i).models)); }});
+  out.note = "Weights by " + std::string(Title(table.criterion)) +
+             ", renormalised over the models that have the parameter; revised unconditional SE.";
+  return out;
+}
+
+}  // namespace drav::selection

@@ -1,0 +1,144 @@
+// Loading candidates: which criterion, where it comes from, and the data
+// that is refused or warned about.
+#include "selection/candidates.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "selection/errors.hpp"
+#include "tests/selection/memory_input.hpp"
+
+namespace drav::selection {
+namespace {
+
+CandidateTable Load(const std::string& text, const LoadOptions& options = {}) {
+  auto file = testing_support::MemoryInput(text);
+  DelimitedReader reader(file.get(), "d.csv");
+  return LoadCandidates(reader, options);
+}
+
+struct Choice {
+  const char* name;
+  std::string text;
+  std::optional<Criterion> asked;
+  Criterion chosen;
+  double firstValue;
+};
+
+class CriterionChoice : public ::testing::TestWithParam<Choice> {};
+
+TEST_P(CriterionChoice, TakesColumnOrComputes) {
+  LoadOptions options;
+  options.criterion = GetParam().asked;
+  const CandidateTable table = Load(GetParam().text, options);
+  EXPECT_EQ(table.criterion, GetParam().chosen);
+  EXPECT_DOUBLE_EQ(table.models[0].value, GetParam().firstValue);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, CriterionChoice,
+    ::testing::Values(
+        // The first criterion column wins over computing, even with n given.
+        Choice{"FirstColumn", "model,BIC,AIC,loglik,k,n\na,7,9,-10,2,10\n", {}, Criterion::BIC, 7},
+        // No criterion column, n given: AICc = 20 + 4 + 12/7.
+        Choice{"AiccWhenN", "Modnames,LL,K,nobs\na,-10,2,10\n", {}, Criterion::AICc, 24 + 12.0 / 7},
+        // No n: AIC = 20 + 4.
+        Choice{"AicOtherwise", "name,logLik,df\na,-10,2\n", {}, Criterion::AIC, 24},
+        // Asked for BIC with an AIC column only: computed, 20 + 2 ln 100.
+        Choice{"AskedAndComputed", "model,aic,ll,npar,n\na,1,-10,2,100\n", Criterion::BIC, Criterion::BIC,
+               29.210340371976184},
+        // European spreadsheets: semicolons and decimal commas.
+        Choice{"DecimalComma", "model;AICc\na;101,5\n", {}, Criterion::AICc, 101.5}),
+    [](const auto& info) { return info.param.name; });
+
+struct Refusal {
+  const char* name;
+  std::string text;
+  std::string message;
+};
+
+class BadData : public ::testing::TestWithParam<Refusal> {};
+
+TEST_P(BadData, IsRefusedWithItsPlace) {
+  try {
+    Load(GetParam().text);
+    FAIL() << "accepted";
+  } catch (const DataError& error) {
+    EXPECT_EQ(error.what(), GetParam().message);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BadData,
+    ::testing::Values(
+        Refusal{"NaInNeededColumn", "model,loglik,k\na,-1,2\nb,NA,2\n",
+                "d.csv:3: column 'loglik' holds 'NA', not a number"},
+        Refusal{"EmptyCell", "model,AIC\na,\n", "d.csv:2: column 'AIC' holds an empty cell, not a number"},
+        Refusal{"TrailingText", "model,AIC\na,12abc\n", "d.csv:2: column 'AIC' holds '12abc', not a number"},
+        Refusal{"Infinity", "model,AIC\na,-Inf\n", "d.csv:2: column 'AIC' holds '-Inf', not a number"},
+        Refusal{"FullStopWithSemicolons", "model;AIC\na;1.5\n", "d.csv:2: column 'AIC' holds '1.5', not a number"},
+        // n = K + 1: 2K(K+1)/(n-K-1) divides by zero.
+        Refusal{"AiccTooFewObservations", "model,loglik,k,n\na,-1,2,20\nb,-1,3,4\n",
+                "d.csv:3: AICc needs n > K + 1, and here n = 4 with K = 3"},
+        // -2 * -1e308 overflows.
+        Refusal{"CriterionOverflows", "model,loglik,k\na,-1e308,2\n",
+                "d.csv:2: AIC computed from this line is not a finite number"},
+        Refusal{"NothingToComputeFrom", "model,loglik\na,-1\n", "d.csv: no column aic, nor loglik and k to compute AIC from"},
+        Refusal{"TooManyFields", "model,AIC\na,1,2,3\n", "d.csv:2: 4 fields where the header has 2"},
+        Refusal{"HeaderOnly", "model,AIC\n", "d.csv: a header line but no models"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Candidates, CellsNotNeededMayBeMissing) {
+  // k is shown but not needed when AIC has its column.
+  const CandidateTable table = Load("model,AIC,k\na,10,NA\n");
+  EXPECT_TRUE(std::isnan(table.models[0].k));
+}
+
+TEST(Candidates, EndlessInputStopsAtTheModelLimit) {
+  LoadOptions options;
+  options.maxModels = 2;
+  EXPECT_EQ(Load("model,AIC\na,1\nb,2\n", options).models.size(), 2u);
+  try {
+    Load("model,AIC\na,1\nb,2\nc,3\n", options);
+    FAIL() << "a third model was taken";
+  } catch (const DataError& error) {
+    EXPECT_STREQ(error.what(), "d.csv:4: more than 2 models; a table holds no more");
+  }
+}
+
+TEST(Candidates, QaicWithoutFactorIsUsage) {
+  LoadOptions options;
+  options.criterion = Criterion::QAIC;
+  EXPECT_THROW(Load("model,loglik,k\na,-1,2\n", options), UsageError);
+  options.chat = 2;
+  EXPECT_DOUBLE_EQ(Load("model,loglik,k\na,-1,2\n", options).models[0].value, 1 + 4);
+}
+
+TEST(Candidates, RowNamesAndSets) {
+  // write.table without a header name for the row names; a --by column.
+  LoadOptions options;
+  options.byColumn = "SITE";
+  const CandidateTable table = Load("site,AIC\nm1,north,3\nm2,south,1\nm3,north,2\n", options);
+  ASSERT_EQ(table.sets, (std::vector<std::string>{"north", "south"}));
+  EXPECT_EQ(table.byName, "site");
+  EXPECT_EQ(table.models[1].model, "m2");
+  EXPECT_EQ(table.models[1].set, 1u);
+  EXPECT_EQ(table.models[2].set, 0u);
+}
+
+TEST(Candidates, WarnsOfDifferentNAndRepeatedNames) {
+  const CandidateTable table = Load("model,loglik,k,n\na,-1,1,30\nb,-1,1,30\na,-1,1,31\nb,-2,1,30\n");
+  ASSERT_EQ(table.warnings.size(), 2u);
+  EXPECT_EQ(table.warnings[0],
+            "the models were fitted to different numbers of observations (n = 30 on line 2, n = 31 on line 4); "
+            "their criteria are not comparable");
+  EXPECT_EQ(table.warnings[1], "the model name 'a' is given twice (lines 2 and 4), and 1 more names are repeated");
+  // The same name in two sets is no repeat.
+  LoadOptions options;
+  options.byColumn = "s";
+  EXPECT_TRUE(Load("model,s,AIC\na,1,1\na,2,1\n", options).warnings.empty());
+}
+
+}  // namespace
+}  // namespace drav::selection

@@ -1,0 +1,157 @@
+#include "tools/selection_options.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+#include "selection/errors.hpp"
+#include "selection/number_text.hpp"
+
+namespace drav::cli {
+namespace {
+
+using selection::UsageError;
+
+constexpr std::pair<std::string_view, OutputFormat> kFormats[] = {
+    {"text", OutputFormat::Text},         {"csv", OutputFormat::Csv},     {"tsv", OutputFormat::Tsv},
+    {"markdown", OutputFormat::Markdown}, {"latex", OutputFormat::Latex}, {"json", OutputFormat::Json},
+};
+
+double PositiveNumber(std::string_view option, std::string_view text) {
+  const auto value = selection::ParseNumber(text, false);
+  if (!value || *value <= 0) throw UsageError(std::string(option) + " wants a positive number, not '" + std::string(text) + "'");
+  return *value;
+}
+
+}  // namespace
+
+SelectionOptions ParseSelectionOptions(int argc, char** argv) {
+  SelectionOptions options;
+  options.average = std::string_view(argv[0]) == "average";
+  bool optionsEnded = false;
+  bool haveFile = false;
+  for (int i = 1; i < argc; ++i) {
+    std::string_view arg = argv[i];
+    if (optionsEnded || arg == "-" || !arg.starts_with("--")) {
+      if (haveFile) throw UsageError("one FILE only; '" + std::string(arg) + "' is a second");
+      options.file = arg;
+      haveFile = true;
+      continue;
+    }
+    if (arg == "--") {
+      optionsEnded = true;
+      continue;
+    }
+    if (arg == "--help") {
+      options.help = true;
+      return options;
+    }
+    if (arg == "--no-sort") {
+      options.fileOrder = true;
+      continue;
+    }
+    if (arg == "--strict") {
+      options.strict = true;
+      continue;
+    }
+    // Every other option takes a value, as --name VALUE or --name=VALUE.
+    std::string_view name = arg;
+    std::string_view value;
+    if (const auto equals = arg.find('='); equals != std::string_view::npos) {
+      name = arg.substr(0, equals);
+      value = arg.substr(equals + 1);
+    } else if (i + 1 < argc) {
+      value = argv[++i];
+    } else {
+      throw UsageError(std::string(arg) + " needs a value");
+    }
+    if (value.empty()) throw UsageError(std::string(name) + " needs a value");
+    if (name == "--criterion") {
+      options.load.criterion = selection::CriterionNamed(value);
+      if (!options.load.criterion) throw UsageError("--criterion is aic, aicc, bic or qaic, not '" + std::string(value) + "'");
+    } else if (name == "--chat") {
+      options.load.chat = PositiveNumber(name, value);
+    } else if (name == "--level") {
+      options.level = PositiveNumber(name, value);
+      if (options.level >= 1) throw UsageError("--level is a fraction between 0 and 1, such as 0.95");
+    } else if (name == "--by") {
+      options.load.byColumn = value;
+    } else if (name == "--estimate" && options.average) {
+      options.load.estimateColumn = value;
+    } else if (name == "--se" && options.average) {
+      options.load.seColumn = value;
+    } else if (name == "--format") {
+      const auto* found = std::find_if(std::begin(kFormats), std::end(kFormats), [&](const auto& f) { return f.first == value; });
+      if (found == std::end(kFormats)) {
+        throw UsageError("--format is text, csv, tsv, markdown, latex or json, not '" + std::string(value) + "'");
+      }
+      options.format = found->second;
+    } else if (name == "--digits") {
+      int digits = -1;
+      const auto result = std::from_chars(value.data(), value.data() + value.size(), digits);
+      if (result.ec != std::errc() || result.ptr != value.data() + value.size() || digits < 0 || digits > 15) {
+        throw UsageError("--digits wants a whole number from 0 to 15, not '" + std::string(value) + "'");
+      }
+      options.digits = digits;
+    } else {
+      throw UsageError("unknown option " + std::string(name) + " for " + std::string(argv[0]));
+    }
+  }
+  if (!haveFile) throw UsageError("no FILE given (- reads standard input)");
+  if (options.average && (options.load.estimateColumn.empty() || options.load.seColumn.empty())) {
+    throw UsageError("average needs --estimate COLUMN and --se COLUMN");
+  }
+  return options;
+}
+
+std::string_view SelectionSummary() {
+  return R"(
+Model-selection tables from any delimited text with a header row:
+  drav-report table [OPTIONS] FILE|-
+  drav-report average [OPTIONS] --estimate COLUMN --se COLUMN FILE|-
+See drav-report table --help.
+)";
+}
+
+std::string_view SelectionHelp() {
+  return R"(Usage: drav-report table [OPTIONS] FILE|-
+       drav-report average [OPTIONS] --estimate COLUMN --se COLUMN FILE|-
+
+table ranks the models of FILE by an information criterion and prints each
+model's rank, K, log-likelihood, criterion, difference from the best (delta),
+relative likelihood, Akaike weight, cumulative weight, evidence ratio and
+whether it belongs to the confidence set. average prints the model-averaged
+estimate of one parameter with its unconditional standard error (revised
+form) and confidence interval, over the models that have the parameter.
+
+FILE is comma-, tab- or semicolon-separated text with a header row, as
+write.csv, spreadsheets and Stata write it; - reads standard input. Columns
+are found by name, without case: model (name, modnames), aic, aicc, bic,
+qaic, loglik (logl, ll), k (df, npar), n (nobs). With semicolons a comma in
+a number is the decimal mark.
+
+Options:
+  --criterion aic|aicc|bic|qaic  rank by this criterion; taken from its column
+                   when there is one, else computed from loglik, k and n.
+                   Default: the first criterion column, else AICc when n is
+                   given, else AIC.
+  --chat C         the overdispersion factor for a computed QAIC
+  --level L        the confidence set's cumulative weight, and the interval's
+                   level for average (default 0.95)
+  --by COLUMN      rank and weigh each value of COLUMN as a set of its own
+  --format F       text (default), csv, tsv, markdown, latex or json
+  --digits N       decimals in text, markdown and latex
+  --no-sort        list the models in file order (ranks stay by criterion)
+  --strict         treat warnings (models fitted to different n, a name
+                   given twice) as errors
+  --estimate COLUMN, --se COLUMN   (average) the parameter and its SE;
+                   models whose estimate is empty or NA are left out
+
+Exit status: 0 done; 1 FILE cannot be opened or read; 2 bad usage; 4 bad
+data (the message names file:line and the column); 5 the output could not
+be written.
+)";
+}
+
+}  // namespace drav::cli

@@ -1,0 +1,33 @@
+#pragma once
+// The command line of `drav-report table` and `drav-report average`.
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "selection/candidates.hpp"
+
+namespace drav::cli {
+
+enum class OutputFormat { Text, Csv, Tsv, Markdown, Latex, Json };
+
+struct SelectionOptions {
+  bool average = false;  // `average` rather than `table`
+  bool help = false;
+  selection::LoadOptions load;
+  double level = 0.95;
+  bool fileOrder = false;
+  bool strict = false;
+  OutputFormat format = OutputFormat::Text;
+  std::optional<int> digits;
+  std::string file;  // "-" for standard input
+};
+
+// argv[0] is the subcommand. Throws selection::UsageError, its message
+// saying what is wrong with the command line.
+SelectionOptions ParseSelectionOptions(int argc, char** argv);
+
+// The subcommands' own help, and the lines about them in drav-report --help.
+std::string_view SelectionHelp();
+std::string_view SelectionSummary();
+
+}  // namespace drav::cli
