@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
     } else if (arg == "--") {
       optionsEnd = true;
     } else if (arg == "--help") {
-      return Write(std::string(kHelp) + drav::cli::SelectionSummary()) ? kReportWritten : kWriteFailed;
+      return Write(std::string(kHelp).append(drav::cli::SelectionSummary())) ? kReportWritten : kWriteFailed;
     } else if (arg == "--version") {
       return Write("drav-report 2.1\n") ? kReportWritten : kWriteFailed;
     } else {
