@@ -2,8 +2,8 @@
 // data and menu bar, then the splash panel as the first and only window.
 #include <QApplication>
 
-#include "shell/drav_app.hpp"
-#include "shell/file_types1.hpp"
+#include "app/drav_app.hpp"
+#include "app/file_types1.hpp"
 #include "shell/implicit.hpp"
 #include "windows/about_wnd.hpp"
 

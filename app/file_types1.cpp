@@ -1,4 +1,4 @@
-#include "shell/file_types1.hpp"
+#include "app/file_types1.hpp"
 
 #include <memory>
 

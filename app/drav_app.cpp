@@ -1,4 +1,4 @@
-#include "shell/drav_app.hpp"
+#include "app/drav_app.hpp"
 
 #include <QIcon>
 
