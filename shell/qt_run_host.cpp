@@ -1,19 +1,12 @@
 #include "shell/qt_run_host.hpp"
 
-#include <QDateTime>
 #include <QFileDialog>
-#include <QLocale>
 #include <QMessageBox>
 
 #include "shell/qt_convert.hpp"
 
 namespace drav {
 namespace {
-
-QDateTime ToQ(const Date& date) {
-  return QDateTime::fromMSecsSinceEpoch(
-      std::chrono::duration_cast<std::chrono::milliseconds>(date.Moment().time_since_epoch()).count());
-}
 
 // Gives the keyboard back to the window under a closed modal. A window
 // manager does this by itself; without one (a bare X server) the focus
@@ -40,14 +33,6 @@ std::optional<FolderItem> QtOpenFileDialog::ShowModal() {
   Reactivate(parent_);
   if (!chosen) return std::nullopt;
   return FolderItem(dialog.selectedFiles().constFirst().toStdString());
-}
-
-std::string QtDateText::ShortDate(const Date& date) const {
-  return FromQ(QLocale::system().toString(ToQ(date).date(), QLocale::ShortFormat));
-}
-
-std::string QtDateText::ShortTime(const Date& date) const {
-  return FromQ(QLocale::system().toString(ToQ(date).time(), QLocale::ShortFormat));
 }
 
 }  // namespace drav

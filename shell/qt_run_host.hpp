@@ -1,8 +1,7 @@
 #pragma once
-// The outside world of an analysis run on the desktop: Qt's modal alert, its
-// open-file dialog and the user's short date and time styles.
+// The outside world of an analysis run on the desktop: Qt's modal alert and
+// its open-file dialog.
 #include "analysis/alert.hpp"
-#include "analysis/date_text.hpp"
 #include "analysis/open_file_dialog.hpp"
 
 class QWidget;
@@ -29,10 +28,5 @@ class QtOpenFileDialog : public OpenFileDialog {
   QWidget* parent_;
 };
 
-class QtDateText : public DateText {
- public:
-  std::string ShortDate(const Date& date) const override;
-  std::string ShortTime(const Date& date) const override;
-};
 
 }  // namespace drav

@@ -61,10 +61,28 @@ std::string TextArea::Text() const {
 }
 
 void TextArea::SetText(const std::string& text) {
+  // A run sets the old text with a new report behind it. Laying out the whole
+  // text again would make each run slower than the one before, so only the
+  // new tail is added, with the same text as setting it all and no undo step;
+  // the caret, a selection and the scroll position stay where the user left
+  // them.
+  const bool extends = !edited_ && !exactText_.empty() && text.size() > exactText_.size() &&
+                       std::string_view(text).substr(0, exactText_.size()) == exactText_ &&
+                       !(exactText_.back() == '\r' && text[exactText_.size()] == '\n');
   settingText_ = true;
+  if (extends) {
+    QTextDocument* document = edit_->document();
+    document->setUndoRedoEnabled(false);
+    QTextCursor end(document);
+    end.movePosition(QTextCursor::End);
+    end.setCharFormat(QTextCharFormat());
+    end.insertText(DisplayForm(text.substr(exactText_.size())));
+    document->setUndoRedoEnabled(true);
+  } else {
+    edit_->setPlainText(DisplayForm(text));
+  }
   exactText_ = text;
   edited_ = false;
-  edit_->setPlainText(DisplayForm(text));
   settingText_ = false;
 }
 

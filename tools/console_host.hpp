@@ -7,7 +7,6 @@
 #include <string>
 
 #include "analysis/alert.hpp"
-#include "analysis/date_text.hpp"
 #include "analysis/open_file_dialog.hpp"
 #include "analysis/window_ops.hpp"
 
@@ -47,11 +46,5 @@ class NamedFileDialog : public OpenFileDialog {
   std::filesystem::path path_;
 };
 
-// The date and time in the user's locale (LC_TIME), as strftime writes them.
-class LocaleDateText : public DateText {
- public:
-  std::string ShortDate(const Date& date) const override;
-  std::string ShortTime(const Date& date) const override;
-};
 
 }  // namespace drav::cli

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "analysis/analysis_run.hpp"
+#include "analysis/locale_date_text.hpp"
 #include "analysis/runtime_exception.hpp"
 #include "analysis/text.hpp"
 #include "tools/console_host.hpp"
@@ -112,7 +113,7 @@ int main(int argc, char** argv) {
   drav::cli::ConsoleWindow window{std::string(operands[0])};
   drav::cli::StreamAlert alert(std::cerr);
   drav::cli::NamedFileDialog dialog(file);
-  const drav::cli::LocaleDateText dates;
+  const drav::LocaleDateText dates;
   try {
     switch (drav::RunAnalysis({window, alert, dialog, dates})) {
       case drav::RunOutcome::CountMissing:

@@ -1,6 +1,7 @@
 #include "windows/control_wnd.hpp"
 
 #include "analysis/analysis_run.hpp"
+#include "analysis/locale_date_text.hpp"
 #include "analysis/text.hpp"
 #include "shell/implicit.hpp"
 #include "shell/qt_run_host.hpp"
@@ -108,7 +109,7 @@ bool ControlWnd::calcBtn_MouseDown(PushButton&, std::int64_t, std::int64_t) {
   ControlWndOps window(*this);
   QtAlert alert(this);
   QtOpenFileDialog dialog(this);
-  const QtDateText dates;
+  const LocaleDateText dates;
   RunAnalysis({window, alert, dialog, dates});
   return false;
 }
