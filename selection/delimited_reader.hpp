@@ -18,8 +18,10 @@ namespace drav::selection {
 struct ReadLimits {
   // A record longer than this ends the read with a DataError: an input with
   // no line end at all (a device of endless bytes, a binary file) would
-  // otherwise be held in memory until the machine runs out.
-  std::size_t maxRecordBytes = std::size_t{1} << 30;
+  // otherwise be held in memory until the machine runs out. A row of a model
+  // table is a few hundred bytes; 64 MiB leaves room for any real one and
+  // keeps a hostile line to a small part of the machine.
+  std::size_t maxRecordBytes = std::size_t{64} << 20;
   // Bytes asked of the stream at a time.
   std::size_t chunkBytes = std::size_t{1} << 20;
 };

@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Refusal{"BlankLinesOnly", "\n\r\n\n", "in.csv: no header line; the input is empty"},
                       Refusal{"Utf16", std::string("\xFF\xFEm\0", 4), "in.csv: the text is UTF-16; save it as UTF-8 (or CSV UTF-8)"},
                       Refusal{"NulBytes", std::string("model,aic\nm1,\0\0", 15), "in.csv:2: holds a NUL byte; this is not a text file"},
-                      // The limit is 64 bytes here, 1 GiB in the program.
+                      // The limit is 64 bytes here, 64 MiB in the program.
                       Refusal{"EndlessLine", "model,aic\n" + std::string(200, 'x'),
                               "in.csv:2: a line longer than 64 bytes; this is not a table"},
                       Refusal{"UnclosedQuote", "model,aic\n\"m1,1\n" + std::string(100, 'y'),
