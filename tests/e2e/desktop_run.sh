@@ -8,8 +8,10 @@
 set -euo pipefail
 build=$1
 src=$2
-artefacts=${3:-$build/e2e}
-mkdir -p "$artefacts"
+# A folder of this run's own, so that two runs at once keep apart; kept
+# only when the run fails.
+mkdir -p "${3:-$build/e2e}"
+artefacts=$(mktemp -d "${3:-$build/e2e}/run.XXXXXX")
 file="$src/examples/five-models.txt"
 source "$src/scripts/drive_drav.sh"
 
@@ -53,5 +55,6 @@ if [ "$status" != "0" ]; then
   tail -n 40 "$artefacts/drav.log"
   failed=1
 fi
+[ "$failed" -eq 0 ] && rm -rf "$artefacts"
 echo "desktop_run: $((1 - failed)) passed, $failed failed"
 exit $failed
