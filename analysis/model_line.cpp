@@ -14,9 +14,14 @@ void ModelLine::Add(std::string_view piece) {
     if (field_ == 0) {
       name_.append(part.substr(0, kNameBytes - std::min(kNameBytes, name_.size())));
     } else {
+      // The scanner starts only once the field outgrows what is kept of it:
+      // a short field is read by Val from its text, as it stands.
+      if (aicLength_ + part.size() > kAicBytes) {
+        number_.Feed(aicLength_ <= kAicBytes ? std::string_view(aic_) : std::string_view());
+        number_.Feed(part);
+      }
       aic_.append(part.substr(0, kAicBytes - std::min(kAicBytes, aic_.size())));
       aicLength_ += part.size();
-      number_.Feed(part);
     }
     if (end == piece.size()) return;
     ++field_;

@@ -16,23 +16,30 @@ constexpr std::int64_t kPowerBound = 1'000'000'000'000;
 
 }  // namespace
 
-void NumberScanner::Digit(char c, bool fraction) {
-  anyDigit_ = true;
-  if (digits_.empty() && c == '0') {
-    // Zeros in front of the first significant digit only move the point.
-    if (fraction) --point_;
-    return;
+std::size_t NumberScanner::Digits(std::string_view piece, bool fraction) {
+  std::size_t i = 0;
+  // Zeros in front of the first significant digit only move the point.
+  if (count_ == 0) {
+    while (i < piece.size() && piece[i] == '0') ++i;
+    if (fraction) point_ -= static_cast<std::int64_t>(i);
   }
-  if (digits_.size() < kMaxDigits) {
-    digits_.push_back(c);
-  } else if (c != '0') {
-    dropped_ = true;
+  const std::size_t first = i;
+  for (; i < piece.size() && IsDigit(piece[i]); ++i) {
+    if (count_ < kMaxDigits) {
+      digits_[count_++] = piece[i];
+    } else if (piece[i] != '0') {
+      dropped_ = true;
+    }
   }
-  if (!fraction) ++point_;
+  if (!fraction) point_ += static_cast<std::int64_t>(i - first);
+  if (i > 0) anyDigit_ = true;
+  return i;
 }
 
 void NumberScanner::Feed(std::string_view piece) {
-  for (const char c : piece) {
+  std::size_t i = 0;
+  while (i < piece.size()) {
+    const char c = piece[i];
     switch (state_) {
       case State::Blanks:
         if (c == ' ' || c == '\t') break;
@@ -44,26 +51,25 @@ void NumberScanner::Feed(std::string_view piece) {
         [[fallthrough]];
       case State::Sign:
         if (IsDigit(c)) {
-          Digit(c, false);
           state_ = State::Whole;
-        } else {
-          state_ = c == '.' ? State::Fraction : State::Done;
+          continue;
         }
+        state_ = c == '.' ? State::Fraction : State::Done;
         break;
       case State::Whole:
         if (IsDigit(c)) {
-          Digit(c, false);
-        } else {
-          state_ = c == '.' ? State::Fraction : (c == 'e' || c == 'E') ? State::ExponentMark : State::Done;
+          i += Digits(piece.substr(i), false);
+          continue;
         }
+        state_ = c == '.' ? State::Fraction : (c == 'e' || c == 'E') ? State::ExponentMark : State::Done;
         break;
       case State::Fraction:
         if (IsDigit(c)) {
-          Digit(c, true);
-        } else {
-          // "." alone is no number, and so takes no exponent either.
-          state_ = anyDigit_ && (c == 'e' || c == 'E') ? State::ExponentMark : State::Done;
+          i += Digits(piece.substr(i), true);
+          continue;
         }
+        // "." alone is no number, and so takes no exponent either.
+        state_ = anyDigit_ && (c == 'e' || c == 'E') ? State::ExponentMark : State::Done;
         break;
       case State::ExponentMark:
         if (c == '+' || c == '-') {
@@ -75,12 +81,9 @@ void NumberScanner::Feed(std::string_view piece) {
       case State::ExponentSign:
         // An exponent counts only when a digit follows its letter and sign:
         // "12e" and "12e+" are 12 followed by junk.
-        if (!IsDigit(c)) {
-          state_ = State::Done;
-          break;
-        }
-        state_ = State::Exponent;
-        [[fallthrough]];
+        state_ = IsDigit(c) ? State::Exponent : State::Done;
+        if (state_ == State::Exponent) continue;
+        break;
       case State::Exponent:
         if (!IsDigit(c)) {
           state_ = State::Done;
@@ -91,6 +94,7 @@ void NumberScanner::Feed(std::string_view piece) {
       case State::Done:
         return;
     }
+    ++i;
   }
 }
 
@@ -106,21 +110,21 @@ std::int64_t NumberScanner::PowerOfTen() const {
 std::string NumberScanner::Canonical() const {
   if (!anyDigit_) return {};
   std::string text = negative_ ? "-0." : "0.";
-  if (digits_.empty()) return text + "0";
-  text += digits_;
+  if (count_ == 0) return text + "0";
+  text.append(digits_, count_);
   if (dropped_) text += '1';
   return text + "e" + std::to_string(PowerOfTen());
 }
 
 double NumberScanner::Value() const {
   if (!anyDigit_) return 0.0;
-  if (digits_.empty()) return negative_ ? -0.0 : 0.0;
+  if (count_ == 0) return negative_ ? -0.0 : 0.0;
 
   char text[kMaxDigits + 32];
   char* end = text;
   *end++ = '0';
   *end++ = '.';
-  end = std::copy(digits_.begin(), digits_.end(), end);
+  end = std::copy_n(digits_, count_, end);
   if (dropped_) *end++ = '1';
   *end++ = 'e';
   const std::int64_t power = PowerOfTen();

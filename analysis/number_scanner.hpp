@@ -31,7 +31,8 @@ class NumberScanner {
  private:
   enum class State : std::uint8_t { Blanks, Sign, Whole, Fraction, ExponentMark, ExponentSign, Exponent, Done };
 
-  void Digit(char c, bool fraction);
+  // Takes the digits at the start of `piece`; returns how many it took.
+  std::size_t Digits(std::string_view piece, bool fraction);
   std::int64_t PowerOfTen() const;
 
   State state_ = State::Blanks;
@@ -39,9 +40,10 @@ class NumberScanner {
   bool anyDigit_ = false;
   bool dropped_ = false;  // a non-zero digit fell behind kMaxDigits
   bool negativeExponent_ = false;
-  std::string digits_;    // significant digits, the leading zeros gone
+  std::size_t count_ = 0;  // significant digits held, the leading zeros gone
   std::int64_t point_ = 0;     // value = 0.digits_ x 10^(point_ + exponent)
   std::int64_t exponent_ = 0;  // as written; held below a bound far out of range
+  char digits_[kMaxDigits];    // left unset: only the first count_ are read
 };
 
 }  // namespace drav

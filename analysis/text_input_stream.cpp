@@ -51,7 +51,7 @@ TextInputStream TextInputStream::Open(FolderItem& item) {
     if (code == EISDIR) throw IOException(path, code);
     throw IOException(path, code, "It is " + KindOf(info.st_mode) + ", not a regular file");
   }
-  if (regularOnly) ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  // O_NONBLOCK may stay: it changes nothing for the regular file it now is.
   std::FILE* file = ::fdopen(fd, "rb");
   if (file == nullptr) {
     item.SetLastErrorCode(errno != 0 ? errno : EIO);

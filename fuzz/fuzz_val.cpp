@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "analysis/format.hpp"
+#include "analysis/number_scanner.hpp"
 #include "analysis/val.hpp"
 #include "fuzz/fuzz_checks.hpp"
 
@@ -13,6 +14,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const double value = drav::Val(text);
   // Overflow stands as the largest finite double: never NaN, never infinite.
   FUZZ_CHECK(std::isfinite(value));
+  // The scanner that reads numbers streaming by, fed in two pieces, agrees
+  // with Val, and so does its short stand-in text.
+  drav::NumberScanner scanner;
+  const std::size_t cut = size == 0 ? 0 : data[0] % (size + 1);
+  scanner.Feed(text.substr(0, cut));
+  scanner.Feed(text.substr(cut));
+  FUZZ_CHECK(scanner.Value() == value);
+  FUZZ_CHECK(drav::Val(scanner.Canonical()) == value);
   for (const char* mask : {"+########0.0###", "#####0.0#"}) {
     const std::string printed = drav::Format(value, mask);
     const double reread = drav::Val(printed);

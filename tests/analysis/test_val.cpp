@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "analysis/format.hpp"
+#include "analysis/number_scanner.hpp"
 #include "analysis/val.hpp"
 
 namespace drav {
@@ -22,6 +23,10 @@ class ValTable : public testing::TestWithParam<ValCase> {};
 TEST_P(ValTable, ReadsTheNearestDouble) {
   // Exact equality on purpose: Val must give the double nearest the decimal.
   EXPECT_EQ(Val(GetParam().text), GetParam().expected) << '"' << GetParam().text << '"';
+  // The same number streaming by a byte at a time, as a long line brings it.
+  NumberScanner scanner;
+  for (const char c : std::string_view(GetParam().text)) scanner.Feed(std::string_view(&c, 1));
+  EXPECT_EQ(scanner.Value(), GetParam().expected) << '"' << GetParam().text << '"';
 }
 
 INSTANTIATE_TEST_SUITE_P(
