@@ -5,8 +5,6 @@
 #include <limits>
 #include <system_error>
 
-#include "analysis/number_scanner.hpp"
-
 namespace drav {
 namespace {
 
@@ -56,14 +54,6 @@ double Val(std::string_view text) {
     if (!intDigits.empty() || !fracDigits.empty()) i = fracEnd;
   }
   if (intDigits.empty() && fracDigits.empty()) return 0.0;
-  // A number of more digits than a double can use is read by the scanner,
-  // which keeps only the digits that decide its value, and so needs no more
-  // memory for a line-long number than for a short one.
-  if (intDigits.size() + fracDigits.size() > NumberScanner::kMaxDigits) {
-    NumberScanner scanner;
-    scanner.Feed(text);
-    return scanner.Value();
-  }
 
   // An exponent counts only when at least one digit follows its letter and
   // sign: "12e" and "12e+" are 12 followed by junk.

@@ -89,9 +89,9 @@ TEST(Format, LargestDoublePrintsEveryIntegerDigit) {
   EXPECT_EQ(text.size(), 1 + 309 + 2u);  // sign, 309 digits, ".0"
 }
 
-TEST(Format, LengthIsTheCountOfItsAsciiCharacters) {
-  EXPECT_EQ(Len(Format(2, kDifferenceMask)), 3);
-  EXPECT_EQ(Len(Format(204, kAicMask)), 6);
+TEST(Format, MaskWithoutIntegerZeroLeavesOutALoneZero) {
+  EXPECT_EQ(Format(0.5, "#.##"), ".5");
+  EXPECT_EQ(Format(10.5, "#.##"), "10.5");
 }
 
 }  // namespace

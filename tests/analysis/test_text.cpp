@@ -22,6 +22,7 @@ TEST(Len, InvalidBytesCountOneEach) {
   EXPECT_EQ(Len("a\xE2\x82"), 3);  // a cut-off sequence is two stray bytes
   EXPECT_EQ(Len("\xC0\xAF"), 2);   // overlong form of '/'
   EXPECT_EQ(Len("\xED\xA0\x80"), 3);  // an encoded surrogate
+  EXPECT_EQ(Len("\xF5\x80\x80\x80"), 4);  // beyond U+10FFFF: no sequence starts with F5
 }
 
 TEST(Left, CutsByCharacters) {
@@ -61,6 +62,7 @@ TEST(ReplaceAll, ScansOnBehindEachReplacement) {
   EXPECT_EQ(ReplaceAll("A1 204", "\t", ","), "A1 204");
   EXPECT_EQ(ReplaceAll("\t\t", "\t", ","), ",,");
   EXPECT_EQ(ReplaceAll("aaa", "aa", "a"), "aa");  // replaced text is not scanned again
+  EXPECT_EQ(ReplaceAll("abb", "ab", "xa"), "xab");  // nor is it when find and replacement are as long
   EXPECT_EQ(ReplaceAll("abc", "", ","), "abc");
   EXPECT_EQ(ReplaceAll("x\r\ny", "\r\n", ","), "x,y");
 }

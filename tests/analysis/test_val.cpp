@@ -61,26 +61,36 @@ TEST(Val, OverflowGivesTheLargestFiniteDoubleWithItsSign) {
   EXPECT_EQ(Val("123456789e-999999999999"), 0.0);
 }
 
-// Numbers far longer than any double needs: the digits that decide the
-// rounding are kept, the rest only by whether they were all zeros.
+// Numbers far longer than any double needs. Val has the whole text; the
+// scanner that reads a line streaming by keeps only the digits that decide
+// the rounding, and the rest by whether they were all zeros. Both must give
+// what the full text spells.
+void ExpectRead(const std::string& text, double expected) {
+  EXPECT_EQ(Val(text), expected) << text.substr(0, 40);
+  NumberScanner scanner;
+  for (std::size_t i = 0; i < text.size(); i += 1000) scanner.Feed(std::string_view(text).substr(i, 1000));
+  EXPECT_EQ(scanner.Value(), expected) << text.substr(0, 40);
+  EXPECT_EQ(Val(scanner.Canonical()), expected) << "stand-in of " << text.substr(0, 40);
+}
+
 TEST(Val, LongNumbersRoundAsTheirFullText) {
   const std::string zeros(5000, '0');
   // Exactly halfway between 1 and the next double: ties go to even (1), but
   // one non-zero digit thousands of places later tips it up.
   const std::string halfway = "1.00000000000000011102230246251565404236316680908203125";
-  EXPECT_EQ(Val(halfway), 1.0);
-  EXPECT_EQ(Val(halfway + zeros + "1"), std::nextafter(1.0, 2.0));
-  EXPECT_EQ(Val(halfway + zeros), 1.0);
+  ExpectRead(halfway, 1.0);
+  ExpectRead(halfway + zeros + "1", std::nextafter(1.0, 2.0));
+  ExpectRead(halfway + zeros, 1.0);
   // The exponent behind a long run of digits still counts.
-  EXPECT_EQ(Val("1" + zeros + "e-5000"), 1.0);
-  EXPECT_EQ(Val("0." + zeros + "25e5001"), 2.5);
-  EXPECT_EQ(Val("-" + zeros + "7.5"), -7.5);
+  ExpectRead("1" + zeros + "e-5000", 1.0);
+  ExpectRead("0." + zeros + "25e5001", 2.5);
+  ExpectRead("-" + zeros + "7.5", -7.5);
   // glibc's strtod reads any length exactly: it is the reference here.
   std::string digits;
   for (int i = 0; i < 3000; ++i) digits += static_cast<char>('0' + (i * 7 + 3) % 10);
   for (const std::string& text : {"0." + digits, digits.substr(0, 300) + "." + digits, digits.substr(0, 20) + "e-330",
                                   "4.9406564584124654e-324" + zeros + "1", "2.4703282292062327e-324" + zeros + "1"}) {
-    EXPECT_EQ(Val(text), std::strtod(text.c_str(), nullptr)) << text.substr(0, 40);
+    ExpectRead(text, std::strtod(text.c_str(), nullptr));
   }
 }
 
