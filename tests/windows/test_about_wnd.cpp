@@ -1,14 +1,16 @@
 #include <QtTest>
 
 #include "shell/implicit.hpp"
-#include "shell/menu_bar_view.hpp"
 #include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"
+#include "tests/shell/user_input.hpp"
 #include "windows/about_wnd.hpp"
 #include "windows/control_wnd.hpp"
 #include "windows/pictures.hpp"
 
 namespace drav {
+
+using namespace testing_support;
 
 // The splash panel hands over to the main window by its timer, a press or a
 // key. Each case starts a fresh panel, as a run of the program does.
@@ -65,17 +67,19 @@ class AboutWndTest : public QObject {
   }
 
   void anyKeyHandsOver() {
-    QTest::keyClick(about, Qt::Key_Escape);
+    QTest::keyClick(about->windowHandle(), Qt::Key_Escape);  // the panel holds no focus widget
     QVERIFY(MainWindowShown());
     QVERIFY(!about->isVisible());
   }
 
   void aboutFromTheMenuStaysUntilAPressAndTheTimerStaysSpent() {
-    QTest::keyClick(about, Qt::Key_A);
+    QTest::keyClick(about->windowHandle(), Qt::Key_A);
     ControlWnd& main = Implicit<ControlWnd>();
     main.pFld().SetText("7");
     QTRY_VERIFY_WITH_TIMEOUT(!about->Timer1().IsActive(), 5000);  // it fired and repeated the hand-over
-    main.GetMenuBarView()->Choose("AboutItem");
+    QVERIFY(Activate(main));
+    OpenMenuByMouse(main, "File");
+    ChooseByMouse("About Drav");
     QVERIFY(about->isVisible());
     QCOMPARE(&Implicit<AboutWnd>(), about);  // the same panel, never a second one
     QTest::qWait(300);

@@ -7,16 +7,16 @@
 #include "analysis/end_of_line.hpp"
 #include "analysis/text.hpp"
 #include "shell/implicit.hpp"
-#include "shell/menu_bar_view.hpp"
 #include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"
+#include "tests/shell/user_input.hpp"
 #include "tests/windows/modal_answerer.hpp"
 #include "windows/control_wnd.hpp"
 #include "windows/help_wnd.hpp"
 
 namespace drav {
 
-using testing_support::ModalAnswerer;
+using namespace testing_support;
 
 namespace {
 
@@ -34,16 +34,19 @@ class ControlWndTest : public QObject {
 
   void Press(PushButton& button) { QTest::mousePress(button.Button(), Qt::LeftButton); }
   void TypeCount(const char* text) {
-    w->pFld().SetFocus();
-    QTest::keyClicks(w->pFld().Edit(), text);
+    QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
+    Type(text);
+  }
+  void ShowReport(const char* text) {
+    w->ResultsFld().SetText(text);
+    w->ResultsFld().SetVisible(true);
   }
 
  private slots:
   void init() {
     w = &Implicit<ControlWnd>();
     w->Show();
-    w->pFld().SetFocus();
-    QApplication::processEvents();
+    QVERIFY(Activate(*w));
   }
   // Deleted, not closed: closing the main window quits, and a quit outside
   // a running event loop would end every later modal at once.
@@ -54,13 +57,69 @@ class ControlWndTest : public QObject {
 
   void startsEmptyWithTheFocusInTheCount() {
     QVERIFY(!w->ResultsFld().Visible());
-    QCOMPARE(w->pFld().Text(), std::string());
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
-    QCOMPARE(w->windowTitle(), QString("Drav"));
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
     QCOMPARE(w->Content()->size(), QSize(700, 600));
-    QCOMPARE(w->calcBtn().Widget()->geometry(), QRect(46, 530, 125, 50));
-    QCOMPARE(w->TextField1().Text(), std::string("Number of Models (2-99):"));
-    QCOMPARE(QFontInfo(w->Label1().Text()->font()).pixelSize(), 9);
+  }
+
+  // Nothing a user presses moves the focus out of the count, and a run of
+  // "Load Data", with a report or cancelled, leaves it there: what is typed
+  // next lands in the count.
+  void pressesLeaveTheFocusInTheCount_data() {
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QPoint>("at");
+    QTest::newRow("Load Data, report") << "run" << QPoint();
+    QTest::newRow("Load Data, cancelled") << "cancel" << QPoint();
+    QTest::newRow("Information") << "help" << QPoint();
+    QTest::newRow("window background") << "content" << QPoint(620, 300);
+    QTest::newRow("title picture") << "content" << QPoint(350, 40);
+    QTest::newRow("credit line") << "content" << QPoint(350, 80);
+    QTest::newRow("rule") << "content" << QPoint(300, 172);
+    QTest::newRow("menu bar, past the menus") << "bar" << QPoint(-20, 5);
+  }
+  void pressesLeaveTheFocusInTheCount() {
+    QFETCH(QString, what);
+    QFETCH(QPoint, at);
+    TypeCount("5");
+    ModalAnswerer answers;
+    if (what == "run") answers.ChooseFile(Example("five-models.txt"));
+    if (what == "cancel") answers.Cancel();
+    if (what == "run" || what == "cancel") Press(w->calcBtn());
+    if (what == "help") Press(w->helpBtn());
+    QVERIFY(answers.Done());
+    if (what == "bar") QTest::mouseClick(w->menuBar(), Qt::LeftButton, {}, at + QPoint(w->menuBar()->width(), 0));
+    if (what == "content") {
+      QWidget* under = w->Content()->childAt(at);
+      QWidget* target = under != nullptr ? under : w->Content();
+      QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(w->Content(), at));
+    }
+    if (what == "help") {  // the help window is in front; the count keeps the main window's focus
+      QCOMPARE(w->focusWidget(), w->pFld().Widget());
+      return;
+    }
+    QVERIFY(Activate(*w));
+    Type("7");
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
+    QCOMPARE(w->pFld().Text(), std::string("57"));
+    QCOMPARE(w->ResultsFld().Visible(), what == "run");
+  }
+
+  // The count is the window's one tab stop: Tab from the report goes to it,
+  // and Tab in it finds no other stop, the frame least of all.
+  void tabLandsInTheCount_data() {
+    QTest::addColumn<bool>("fromReport");
+    QTest::newRow("from the count") << false;
+    QTest::newRow("from the report") << true;
+  }
+  void tabLandsInTheCount() {
+    QFETCH(bool, fromReport);
+    ShowReport("report");
+    if (fromReport) QTest::mouseClick(w->ResultsFld().Edit()->viewport(), Qt::LeftButton);
+    QCOMPARE(QApplication::focusWidget(), fromReport ? w->ResultsFld().Widget() : w->pFld().Widget());
+    testing_support::Press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
+    testing_support::Press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
+    QCOMPARE(w->ResultsFld().Text(), std::string());  // Tab in the count blanks the report
   }
 
   void countMessagesSendTheFocusBackToTheCount_data() {
@@ -166,12 +225,10 @@ class ControlWndTest : public QObject {
   void countKeysBlankTheReportAndFilter() {
     QFETCH(int, key);
     QFETCH(bool, passes);
-    w->ResultsFld().SetText("report");
-    w->ResultsFld().SetVisible(true);
-    w->pFld().SetText("4");
-    w->pFld().Edit()->setCursorPosition(1);
+    ShowReport("report");
+    TypeCount("4");
     const std::int64_t beeps = BeepCount();
-    QTest::keyClick(w->pFld().Edit(), Qt::Key(key));
+    testing_support::Press(Qt::Key(key));
     QCOMPARE(w->ResultsFld().Text(), std::string());  // blanked, accepted or not
     QVERIFY(w->ResultsFld().Visible());
     QCOMPARE(BeepCount() - beeps, passes ? 0 : 1);
@@ -193,12 +250,11 @@ class ControlWndTest : public QObject {
   void reportKeysFilter() {
     QFETCH(int, key);
     QFETCH(bool, passes);
-    w->ResultsFld().SetVisible(true);
-    w->ResultsFld().SetText("ab");
-    w->ResultsFld().SetFocus();
+    ShowReport("ab");
+    QTest::mouseClick(w->ResultsFld().Edit()->viewport(), Qt::LeftButton);
     const int caret = w->ResultsFld().Edit()->textCursor().position();
     const std::int64_t beeps = BeepCount();
-    QTest::keyClick(w->ResultsFld().Edit(), Qt::Key(key));
+    testing_support::Press(Qt::Key(key));
     QCOMPARE(BeepCount() - beeps, passes ? 0 : 1);
     if (!passes) {
       QCOMPARE(w->ResultsFld().Text(), std::string("ab"));
@@ -209,15 +265,14 @@ class ControlWndTest : public QObject {
   }
 
   void clearEmptiesBothAndHidesTheReport() {
-    w->pFld().SetText("5");
-    w->ResultsFld().SetText("report");
-    w->ResultsFld().SetVisible(true);
-    w->ResultsFld().SetFocus();
+    TypeCount("5");
+    ShowReport("report");
+    QTest::mouseClick(w->ResultsFld().Edit()->viewport(), Qt::LeftButton);
     Press(w->clearBtn());
     QCOMPARE(w->pFld().Text(), std::string());
     QCOMPARE(w->ResultsFld().Text(), std::string());
     QVERIFY(!w->ResultsFld().Visible());
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
   }
 
   void informationTwiceGivesOneWindow() {
@@ -232,9 +287,10 @@ class ControlWndTest : public QObject {
   }
 
   void pasteIntoTheCountDoesNotBlankTheReport() {
-    w->ResultsFld().SetText("report");
+    ShowReport("report");
     QApplication::clipboard()->setText("12");
-    w->GetMenuBarView()->Choose("EditPaste");
+    OpenMenuByKey(Qt::Key_E);
+    ChooseInMenu(Qt::Key_P);
     QCOMPARE(w->pFld().Text(), std::string("12"));
     QCOMPARE(w->ResultsFld().Text(), std::string("report"));
   }

@@ -8,15 +8,15 @@
 #include <unistd.h>
 
 #include "shell/implicit.hpp"
-#include "shell/menu_bar_view.hpp"
 #include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"
+#include "tests/shell/user_input.hpp"
 #include "tests/windows/modal_answerer.hpp"
 #include "windows/control_wnd.hpp"
 
 namespace drav {
 
-using testing_support::ModalAnswerer;
+using namespace testing_support;
 namespace fs = std::filesystem;
 
 // Whatever a file holds, Drav answers as it should, never crashes, and the
@@ -62,12 +62,14 @@ class FaultsTest : public QObject {
     failures.clear();
     w = &Implicit<ControlWnd>();
     w->Show();
+    QVERIFY(Activate(*w));
     ModalAnswerer answers;
     answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/five-models.txt"));
     w->pFld().SetText("5");
     QTest::mousePress(w->calcBtn().Button(), Qt::LeftButton);
     earlier = w->ResultsFld().Text();
     QVERIFY(!earlier.empty());
+    QVERIFY(Activate(*w));
   }
   void cleanup() { delete GetImplicitWindow(ControlWnd::kClassName); }
 
@@ -186,8 +188,8 @@ class FaultsTest : public QObject {
     QFETCH(QString, inField);
     QFETCH(bool, valid);
     w->pFld().SetText("");
-    w->pFld().SetFocus();
-    QTest::keyClicks(w->pFld().Edit(), typed);
+    QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
+    Type(typed);
     QCOMPARE(QString::fromStdString(w->pFld().Text()), inField);
     const std::string shown = w->ResultsFld().Text();  // the keys blanked it
     ModalAnswerer answers;
@@ -206,9 +208,10 @@ class FaultsTest : public QObject {
 
   void pastedLettersNeverReachTheCount() {
     w->pFld().SetText("");
-    w->pFld().SetFocus();
+    QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
     QApplication::clipboard()->setText("abc");
-    w->GetMenuBarView()->Choose("EditPaste");
+    OpenMenuByKey(Qt::Key_E);
+    ChooseInMenu(Qt::Key_P);
     QCOMPARE(w->pFld().Text(), std::string());
     QCOMPARE(w->ResultsFld().Text(), earlier);  // a paste passes no key filter
     ModalAnswerer answers;
@@ -219,7 +222,10 @@ class FaultsTest : public QObject {
   }
 
   void quitFromTheMenuReachesQuitTwiceWithoutHarm() {
-    QTimer::singleShot(0, w, [this] { w->GetMenuBarView()->Choose("FileQuit"); });
+    QTimer::singleShot(0, w, [] {
+      OpenMenuByKey(Qt::Key_F);
+      ChooseInMenu(Qt::Key_Q);
+    });
     QTimer::singleShot(3000, [] { QCoreApplication::exit(99); });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(GetImplicitWindow(ControlWnd::kClassName) == nullptr);
