@@ -30,10 +30,7 @@ bool RectControl::ApplyProperty(const Property& p) {
     widget_->setToolTip(ToQ(std::get<std::string>(p.value)));
     return true;
   } else if (p.name == "TabStop") {
-    // No tab stop keeps only what a click gives the widget: a text control
-    // still takes the focus when clicked, a label or a picture never does.
-    const Qt::FocusPolicy clickOnly = Qt::FocusPolicy(widget_->focusPolicy() & ~Qt::TabFocus);
-    widget_->setFocusPolicy(std::get<bool>(p.value) ? Qt::StrongFocus : clickOnly);
+    widget_->setFocusPolicy(std::get<bool>(p.value) ? Qt::StrongFocus : Qt::ClickFocus);
     return true;
   } else {
     return false;
