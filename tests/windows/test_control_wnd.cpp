@@ -1,8 +1,5 @@
 #include <QClipboard>
-#include <QTemporaryDir>
 #include <QtTest>
-#include <filesystem>
-#include <fstream>
 
 #include "analysis/end_of_line.hpp"
 #include "analysis/text.hpp"
@@ -21,9 +18,6 @@ using namespace testing_support;
 namespace {
 
 QString Example(const char* name) { return QStringLiteral(DRAV_SOURCE_DIR "/examples/") + name; }
-
-std::string MissingMessage() { return "Please enter the number of models in the set (2-99)."; }
-std::string InvalidMessage() { return "Please enter a valid number of models in the set (2-99)."; }
 
 }  // namespace
 
@@ -122,92 +116,24 @@ class ControlWndTest : public QObject {
     QCOMPARE(w->ResultsFld().Text(), std::string());  // Tab in the count blanks the report
   }
 
-  void countMessagesSendTheFocusBackToTheCount_data() {
-    QTest::addColumn<QString>("count");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("empty") << "" << QString::fromStdString(MissingMessage());
-    QTest::newRow("one") << "1" << QString::fromStdString(InvalidMessage());
-    QTest::newRow("zero") << "0" << QString::fromStdString(InvalidMessage());
-    QTest::newRow("leading zeros") << "00" << QString::fromStdString(InvalidMessage());
-  }
-  void countMessagesSendTheFocusBackToTheCount() {
-    QFETCH(QString, count);
-    QFETCH(QString, message);
-    TypeCount(count.toLatin1().constData());
-    w->ResultsFld().SetFocus();
-    ModalAnswerer answers;
-    answers.AcceptMessage();
-    Press(w->calcBtn());
-    QCOMPARE(answers.seen, std::vector<std::string>{message.toStdString()});
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
-    QCOMPARE(w->pFld().Text(), count.toStdString());
-    QVERIFY(!w->ResultsFld().Visible());
-    QVERIFY(!w->calcBtn().Button()->isDown());
-  }
-
-  void wholeRunFromThePressToTheReport() {
-    TypeCount("5");
-    ModalAnswerer answers;
-    answers.ChooseFile(Example("five-models.txt"));
-    Press(w->calcBtn());
-    QVERIFY(answers.Done());
-    QVERIFY(w->ResultsFld().Visible());
-    const std::string report = w->ResultsFld().Text();
-    QCOMPARE(report.rfind("Date: ", 0), std::size_t{0});
-    QVERIFY(report.find(EndOfLine::Build() + "File: five-models.txt" + EndOfLine::Build()) != std::string::npos);
-    QVERIFY(report.find("A2                +202.0             0.0                   0.6094           1.0") !=
-            std::string::npos);
-    QCOMPARE(w->pFld().Text(), std::string("5"));
-  }
-
-  void secondRunAppendsBehindTheFirst() {
+  // A run from the press to the report; the next run's report goes below it.
+  void runsShowTheirReportsOneBelowTheOther() {
     TypeCount("5");
     ModalAnswerer answers;
     answers.ChooseFile(Example("five-models.txt")).ChooseFile(Example("negative-aic.txt"));
     Press(w->calcBtn());
+    QVERIFY(w->ResultsFld().Visible());
     const std::string first = w->ResultsFld().Text();
+    QCOMPARE(first.rfind("Date: ", 0), std::size_t{0});
+    QVERIFY(first.find(EndOfLine::Build() + "File: five-models.txt" + EndOfLine::Build()) != std::string::npos);
+    QVERIFY(first.find("A2                +202.0             0.0                   0.6094           1.0") !=
+            std::string::npos);
     Press(w->calcBtn());
+    QVERIFY(answers.Done());
     const std::string both = w->ResultsFld().Text();
     QCOMPARE(both.substr(0, first.size()), first);
     QVERIFY(both.substr(first.size()).find("File: negative-aic.txt") != std::string::npos);
-  }
-
-  void cancelInTheFirstRunLeavesTheAreaHidden() {
-    TypeCount("5");
-    ModalAnswerer answers;
-    answers.Cancel();
-    Press(w->calcBtn());
-    QVERIFY(answers.Done());
-    QVERIFY(!w->ResultsFld().Visible());
-    QCOMPARE(w->ResultsFld().Text(), std::string());
-  }
-
-  void vanishedFileAndLowAicLeaveTheReportAlone() {
-    TypeCount("5");
-    ModalAnswerer first;
-    first.ChooseFile(Example("five-models.txt"));
-    Press(w->calcBtn());
-    const std::string report = w->ResultsFld().Text();
-
-    const QTemporaryDir folder;  // of this run alone: two runs at once must not share a file
-    QVERIFY(folder.isValid());
-    const std::filesystem::path gone = folder.filePath(QStringLiteral("vanishing.txt")).toStdString();
-    std::ofstream(gone) << "A\t1\nB\t2\n";
-    ModalAnswerer vanishing;
-    vanishing.ChooseFile(QString::fromStdString(gone.string()), [gone] { std::filesystem::remove(gone); });
-    Press(w->calcBtn());
-    QCOMPARE(w->ResultsFld().Text(), report);
-
-    const std::filesystem::path high = folder.filePath(QStringLiteral("high.txt")).toStdString();
-    std::ofstream(high) << "A\t1e12\nB\t99999999999\n";
-    w->pFld().SetText("2");  // with 5, the rows behind the file's end would hold 0.0
-    ModalAnswerer lowAic;
-    lowAic.ChooseFile(QString::fromStdString(high.string())).AcceptMessage();
-    Press(w->calcBtn());
-    QCOMPARE(lowAic.seen.back(), std::string("Sorry, can't find low AIC value. Check the data."));
-    QCOMPARE(w->ResultsFld().Text(), report);
-    QVERIFY(w->ResultsFld().Visible());
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
+    QCOMPARE(w->pFld().Text(), std::string("5"));
   }
 
   void countKeysBlankTheReportAndFilter_data() {
@@ -295,9 +221,26 @@ class ControlWndTest : public QObject {
     QCOMPARE(w->ResultsFld().Text(), std::string("report"));
   }
 
-  void closingTheMainWindowEndsTheProgramWithHelpOpen() {
+  // The close button and File > Quit both end the program, with the
+  // Information window open too; Quit closes the window, whose close
+  // quits once more, without harm.
+  void endingTheProgram_data() {
+    QTest::addColumn<bool>("byMenu");
+    QTest::newRow("close button") << false;
+    QTest::newRow("File, Quit") << true;
+  }
+  void endingTheProgram() {
+    QFETCH(bool, byMenu);
     Press(w->helpBtn());
-    QTimer::singleShot(0, w, [this] { w->close(); });
+    QVERIFY(Activate(*w));
+    QTimer::singleShot(0, w, [this, byMenu] {
+      if (!byMenu) {
+        w->close();
+        return;
+      }
+      OpenMenuByKey(Qt::Key_F);
+      ChooseInMenu(Qt::Key_Q);
+    });
     QTimer::singleShot(3000, [] { QCoreApplication::exit(99); });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(GetImplicitWindow(ControlWnd::kClassName) == nullptr);
