@@ -41,7 +41,10 @@ MenuBarView::MenuBarView(Window& window, MenuBar& bar) : QObject(&window), windo
   Build(bar, window.menuBar());
   // Enabling follows the window's handlers, the focus and the focused
   // control's state; these are the moments any of them can change.
-  connect(qApp, &QApplication::focusChanged, this, &MenuBarView::UpdateEnabling);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, QWidget* now) {
+    if (now != nullptr && now == window_.menuWidget() && old != nullptr && old->window() == &window_) keysFrom_ = old;
+    UpdateEnabling();
+  });
   connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &MenuBarView::UpdateEnabling);
   UpdateEnabling();
 }
@@ -84,8 +87,18 @@ bool MenuBarView::IsEnabled(const MenuItem& item) const {
   if (window_.HasMenuHandler(item.Name) || item.HasOwnAction()) return true;
   const auto command = EditCommands().find(item.Name);
   if (command == EditCommands().end()) return false;
-  const TextEdit* focused = TextEdit::Focused(&window_);
+  const TextEdit* focused = FocusedText();
   return focused != nullptr && command->second.possible(*focused);
+}
+
+// The window's own focus child, which stays put while a menu is open or
+// another window is in front. While the bar holds the keys (Alt, or a
+// menu's access key) the Edit items still mean the control it took them
+// from, as they do when the menu is opened with the mouse.
+TextEdit* MenuBarView::FocusedText() const {
+  QWidget* focus = window_.focusWidget();
+  if (focus != nullptr && focus == window_.menuWidget()) focus = keysFrom_;
+  return TextEdit::Of(focus);
 }
 
 void MenuBarView::UpdateEnabling() {
@@ -103,7 +116,7 @@ void MenuBarView::Choose(const std::string& itemName) {
   }
   const auto command = EditCommands().find(itemName);
   if (command == EditCommands().end()) return;
-  if (TextEdit* focused = TextEdit::Focused(&window_); focused != nullptr && command->second.possible(*focused)) {
+  if (TextEdit* focused = FocusedText(); focused != nullptr && command->second.possible(*focused)) {
     command->second.run(*focused);
   }
   UpdateEnabling();

@@ -1,5 +1,7 @@
 #pragma once
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 #include <map>
 #include <string>
 
@@ -9,6 +11,7 @@ namespace drav {
 
 class MenuBar;
 class MenuItem;
+class TextEdit;
 class Window;
 
 // One window's Qt menus, built from the shared menu model. An item runs the
@@ -28,10 +31,12 @@ class MenuBarView : public QObject {
  private:
   void Build(MenuItem& menu, QWidget* into);
   bool IsEnabled(const MenuItem& item) const;
+  TextEdit* FocusedText() const;
 
   Window& window_;
   std::map<std::string, QAction*> actions_;
   std::map<std::string, MenuItem*> items_;
+  QPointer<QWidget> keysFrom_;
 };
 
 }  // namespace drav

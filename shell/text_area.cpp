@@ -1,5 +1,6 @@
 #include "shell/text_area.hpp"
 
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -21,6 +22,16 @@ class GuardedTextEdit : public QTextEdit {
   }
   void insertFromMimeData(const QMimeData* source) override {
     if (canInsertFromMimeData(source)) textCursor().insertText(source->text());
+  }
+  // Tab reaches the area only when there is no other stop to move to;
+  // where tabs are not allowed it still types nothing.
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool tab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (tab && tabChangesFocus() && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+      event->ignore();
+      return;
+    }
+    QTextEdit::keyPressEvent(event);
   }
 };
 

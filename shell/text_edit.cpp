@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QTextEdit>
 
 #include "shell/handler_guard.hpp"
 #include "shell/key_text.hpp"
@@ -11,14 +12,15 @@
 namespace drav {
 namespace {
 
-// Text widgets accept the shortcut override of Ctrl+C, Ctrl+V, Ctrl+Z and
-// the like for their own built-in commands, which would keep the menu's
-// shortcuts from ever firing. The menu gets every combination it has an
-// enabled item for; all other keys go on to the KeyDown filter.
+// A combination that a menu item of the window carries is that item's
+// command, never a typed key: enabled, the item acts; disabled, nothing
+// happens. Text widgets would otherwise accept the shortcut override of
+// Ctrl+C, Ctrl+Z and the like for their own built-in commands, and a
+// disabled item's key would fall through to the KeyDown filter.
 bool BelongsToMenu(const QWidget* widget, const QKeyEvent& event) {
   const QKeySequence pressed(event.keyCombination());
   for (const QAction* action : widget->window()->findChildren<QAction*>()) {
-    if (action->isEnabled() && !action->shortcut().isEmpty() && action->shortcut() == pressed) return true;
+    if (!action->shortcut().isEmpty() && action->shortcut() == pressed) return true;
   }
   return false;
 }
@@ -29,9 +31,8 @@ TextEdit::TextEdit(QWidget* widget) : RectControl(widget), style_(widget) {
   widget->installEventFilter(this);
 }
 
-TextEdit* TextEdit::Focused(const QWidget* window) {
-  QWidget* focus = QApplication::focusWidget();
-  if (focus == nullptr || focus->window() != window) return nullptr;
+TextEdit* TextEdit::Of(const QWidget* focus) {
+  if (focus == nullptr) return nullptr;
   for (QObject* child : focus->children()) {
     if (auto* edit = dynamic_cast<TextEdit*>(child)) return edit;
   }
@@ -40,12 +41,22 @@ TextEdit* TextEdit::Focused(const QWidget* window) {
 
 bool TextEdit::eventFilter(QObject* watched, QEvent* event) {
   if (watched != Widget()) return false;
+  if (event->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() == Qt::MenuBarFocusReason) {
+    // The bar takes the keys while a menu is worked by keyboard (Alt, an
+    // access key). To the control that is a menu popping up, as with the
+    // mouse: it keeps its selection for the Edit items to act on.
+    QFocusEvent popup(QEvent::FocusOut, Qt::PopupFocusReason);
+    QCoreApplication::sendEvent(Widget(), &popup);
+    return true;
+  }
   if (event->type() == QEvent::ShortcutOverride) {
     auto* key = static_cast<QKeyEvent*>(event);
     if (BelongsToMenu(Widget(), *key)) {
       key->ignore();
       return true;
     }
+  } else if (event->type() == QEvent::KeyPress && BelongsToMenu(Widget(), *static_cast<QKeyEvent*>(event))) {
+    return true;  // the key of a disabled item: the shortcut did not fire
   } else if (event->type() == QEvent::KeyPress && KeyDown) {
     const std::optional<std::string> text = KeyText(*static_cast<QKeyEvent*>(event));
     if (!text) return false;
@@ -55,6 +66,13 @@ bool TextEdit::eventFilter(QObject* watched, QEvent* event) {
     return consumed;
   }
   return false;
+}
+
+// The user's undo starts from the control as its window built it: the text
+// and styling that the Open handler put in are no edit to take back.
+void TextEdit::Opened() {
+  RectControl::Opened();
+  if (auto* area = qobject_cast<QTextEdit*>(Widget())) area->document()->clearUndoRedoStacks();
 }
 
 void TextEdit::SetTextFont(const std::string& name) {

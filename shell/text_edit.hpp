@@ -42,8 +42,10 @@ class TextEdit : public RectControl {
   // can do may have changed: text, selection, undo history.
   virtual void WatchState(QObject* context, std::function<void()> changed) = 0;
 
-  // The focused text control of a window, if any.
-  static TextEdit* Focused(const QWidget* window);
+  // The text control that is this widget, if it is one.
+  static TextEdit* Of(const QWidget* widget);
+
+  void Opened() override;
 
  protected:
   explicit TextEdit(QWidget* widget);

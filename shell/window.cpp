@@ -18,8 +18,9 @@ namespace drav {
 
 Window::Window(std::string fullClassName) : className_(std::move(fullClassName)), content_(new QWidget(this)) {
   setAttribute(Qt::WA_DeleteOnClose);
+  // The frame itself takes no focus: the window's keys go to its controls,
+  // and to the window only while none of them holds the focus.
   setCentralWidget(content_);
-  setFocusPolicy(Qt::StrongFocus);
   internal::RegisterWindow(className_, this);
   registered_ = true;
 }
@@ -68,7 +69,10 @@ void Window::Hide() { hide(); }
 // little below and right of the window in front, as a document would open.
 void Window::PlaceOnFirstShow() {
   placed_ = true;
-  adjustSize();
+  // The sheet's size is that of the content area; the menu bar stands
+  // above it. Asking the frame for its own size hint instead would give a
+  // window without a layout the bare minimum of 200 x 100.
+  if (resizeable_) resize(size_.width(), size_.height() + MenuBarHeight());
   const QWidget* front = QApplication::activeWindow();
   if (defaultLocation_ == 3 && front != nullptr && front != this) {
     move(front->frameGeometry().topLeft() + QPoint(40, 40));
@@ -77,6 +81,11 @@ void Window::PlaceOnFirstShow() {
     frame.moveCenter(screen->availableGeometry().center());
     move(frame.topLeft());
   }
+}
+
+int Window::MenuBarHeight() const {
+  const QWidget* bar = menuWidget();
+  return bar != nullptr && !bar->isHidden() ? bar->sizeHint().height() : 0;
 }
 
 void Window::AddControl(const std::string& name, Control* control) {
@@ -167,8 +176,6 @@ void Window::ApplyFrame() {
   if (resizeable_) {
     content_->setMinimumSize(minimum_);
     content_->setMaximumSize(maximum_);
-    resize(size_);
-    content_->resize(size_);
   } else {
     content_->setFixedSize(size_);
     layout()->setSizeConstraint(QLayout::SetFixedSize);

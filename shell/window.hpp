@@ -69,6 +69,7 @@ class Window : public QMainWindow, public Propertied {
  private:
   void ApplyFrame();
   void PlaceOnFirstShow();
+  int MenuBarHeight() const;
   void Unregister();
 
   std::string className_;

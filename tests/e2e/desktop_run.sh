@@ -2,8 +2,11 @@
 # End to end, as a user would: start Drav under Xvfb, wait out the splash,
 # type a count, press "Load Data", type the file's path into the dialog,
 # then select all and copy in the report area and compare the clipboard
-# with drav-report on the same file. Keeps a screenshot of the main window,
-# and ends with Ctrl+Q, after which Drav must exit cleanly.
+# with drav-report on the same file. The same selection is copied again
+# through the Edit menu opened with the mouse; digits typed after a second
+# "Load Data" must land in the count; "Information" must open its window
+# at 550 x 500 under its menu bar. Keeps screenshots, and ends with Ctrl+Q
+# in the Information window, after which Drav must exit cleanly.
 #   desktop_run.sh BUILD_DIR SOURCE_DIR ARTEFACT_DIR
 set -euo pipefail
 build=$1
@@ -31,13 +34,48 @@ sleep 0.3
 import -window root "$artefacts/main-window.png"
 
 expected=$("$build/tools/drav-report" 5 "$file" | tail -n +2)
-actual=$(xclip -selection clipboard -o | tr '\r' '\n' | tail -n +2)
+report() { xclip -selection clipboard -o | tr '\r' '\n' | tail -n +2; }
 failed=0
+fail() { echo "FAIL: $*"; failed=1; }
+actual=$(report)
 if [ "$expected" != "$actual" ]; then
-  echo "FAIL: the report on the screen differs from drav-report"
+  fail "the report on the screen differs from drav-report"
   diff <(echo "$expected") <(echo "$actual") || true
-  failed=1
 fi
+
+# The Edit menu opened with the mouse, the selection still in the report:
+# Copy is live, and choosing it by its access key copies the report again.
+printf 'stale' | xclip -selection clipboard
+xdotool mousemove --window "$main" 56 $(( menu / 2 )) click 1  # "Edit" in the bar
+sleep 0.5
+import -window root "$artefacts/edit-menu.png"
+xdotool key c
+sleep 0.3
+[ "$(report)" = "$expected" ] || fail "Copy from the Edit menu did not copy the selected report"
+
+# A second run from an emptied count: the digit typed after it goes to the
+# count, which then reads back through Select All and Copy.
+click_in_main 245 152
+xdotool key BackSpace BackSpace Delete Delete
+load_file 5 "$file" || fail "the open-file dialog never appeared a second time"
+xdotool type 3
+xdotool key ctrl+a ctrl+c
+sleep 0.3
+count=$(xclip -selection clipboard -o)
+[ "$count" = "53" ] || fail "typed after Load Data, the count reads '$count', not 53"
+
+# Information opens with a content area of 550 x 500 under its menu bar.
+click_in_main 604 556
+info=""
+for _ in $(seq 50); do
+  info=$(xdotool search --onlyvisible --name '^Info$' 2>/dev/null | head -n 1 || true)
+  [ -n "$info" ] && break
+  sleep 0.1
+done
+sleep 0.3
+import -window root "$artefacts/information.png"
+size=$(xdotool getwindowgeometry "$info" 2>/dev/null | awk '/Geometry/ {print $2}')
+[ "$size" = "550x$(( 500 + menu ))" ] || fail "Information opened at '$size', not 550x$(( 500 + menu ))"
 
 # Quit as a user would; the program must end by itself, and cleanly.
 xdotool key ctrl+q
@@ -51,9 +89,8 @@ for _ in $(seq 100); do
 done
 app=""
 if [ "$status" != "0" ]; then
-  echo "FAIL: Drav did not end cleanly on Ctrl+Q (status '${status:-still running}'):"
+  fail "Drav did not end cleanly on Ctrl+Q (status '${status:-still running}'):"
   tail -n 40 "$artefacts/drav.log"
-  failed=1
 fi
 [ "$failed" -eq 0 ] && rm -rf "$artefacts"
 echo "desktop_run: $((1 - failed)) passed, $failed failed"

@@ -1,121 +1,129 @@
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QMenuBar>
 #include <QtTest>
 
-#include "shell/menu_bar_view.hpp"
+#include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"
 #include "tests/shell/test_window.hpp"
+#include "tests/shell/user_input.hpp"
 
 namespace drav {
 
-using testing_support::TestWnd;
+using namespace testing_support;
 
+// The shared bar as a user meets it: menus opened from the bar, items
+// chosen by their access keys, shortcuts typed in the focused field.
 class MenuBarTest : public QObject {
   Q_OBJECT
 
   TestWnd* w = nullptr;
-  QAction* Item(const char* name) { return w->GetMenuBarView()->Action(name); }
 
  private slots:
   void init() {
     QApplication::clipboard()->clear();
     w = &Implicit<TestWnd>();
-    w->activateWindow();
-    w->field().SetFocus();
-    QApplication::processEvents();
+    QVERIFY(Activate(*w));
+    QTest::mouseClick(w->field().Edit(), Qt::LeftButton);
+    QCOMPARE(QApplication::focusWidget(), w->field().Widget());
   }
-  void cleanup() { w->close(); }
-
-  void treeInDisplayOrder() {
-    struct Row {
-      const char* path;
-      const char* text;
-      const char* shortcut;
-    };
-    const std::shared_ptr<MenuBar1> bar = MenuBar1::Shared();
-    std::vector<std::string> seen;
-    for (const auto& menu : bar->Items()) {
-      seen.push_back(menu->Name + "=" + menu->Value);
-      for (const auto& item : menu->Items()) seen.push_back("  " + item->Name + "=" + item->Value + "|" + item->Shortcut);
-    }
-    const std::vector<std::string> expected = {
-        "FileMenu=&File",       "  FileQuit=&Quit|Cmd+Q",       "  AboutItem=About Drav|",
-        "EditMenu=&Edit",       "  EditUndo=&Undo|Cmd+Z",       "  UntitledMenu1=-|",
-        "  EditCut=Cu&t|Cmd+X", "  EditCopy=&Copy|Cmd+C",       "  EditPaste=&Paste|Cmd+V",
-        "  EditClear=&Delete|", "  UntitledMenu0=-|",           "  EditSelectAll=Select &All|Cmd+A",
-        "InfoMenu=Window",      "  ControlItem=Control|",       "  InfoItem=Information|"};
-    QCOMPARE(seen, expected);
-    QCOMPARE(bar.get(), MenuBar1::Shared().get());
-    QVERIFY(dynamic_cast<QuitMenuItem*>(bar->Lookup("FileQuit")) != nullptr);
-    QVERIFY(dynamic_cast<PrefsMenuItem*>(bar->Lookup("AboutItem")) != nullptr);
+  void cleanup() {
+    if (QMenu* menu = OpenPopup()) menu->close();
+    w->close();
   }
 
-  void windowShowsTheBarWithPlatformShortcuts() {
-    QCOMPARE(w->menuBar()->actions().size(), 3);
-    QCOMPARE(Item("FileQuit")->shortcut(), QKeySequence("Ctrl+Q"));
-    QCOMPARE(Item("EditSelectAll")->shortcut(), QKeySequence("Ctrl+A"));
-    QVERIFY(Item("EditClear")->shortcut().isEmpty());
-    QVERIFY(Item("UntitledMenu1")->isSeparator());
+  // Opening the menu must not take the focus from the field, or every Edit
+  // item would show disabled; the chosen item acts on the field.
+  void editMenuShowsWhatTheFocusedFieldCanDo_data() {
+    QTest::addColumn<bool>("byMouse");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("selectAll");
+    QTest::addColumn<QString>("clipboard");
+    QTest::addColumn<QStringList>("enabled");
+    QTest::addColumn<int>("choose");
+    QTest::addColumn<QString>("fieldAfter");
+    QTest::addColumn<QString>("clipboardAfter");
+    const QStringList selection = {"Undo", "Cut", "Copy", "Paste", "Delete", "Select All"};
+    QTest::newRow("mouse, selection, clipboard: copy")
+        << true << "42" << true << "7" << selection << int(Qt::Key_C) << "42" << "42";
+    QTest::newRow("Alt+E, selection, clipboard: copy")
+        << false << "42" << true << "7" << selection << int(Qt::Key_C) << "42" << "42";
+    QTest::newRow("Alt+E, typed, no selection: undo")
+        << false << "42" << false << "" << QStringList{"Undo", "Select All"} << int(Qt::Key_U) << "" << "";
+    QTest::newRow("mouse, empty field, clipboard: paste")
+        << true << "" << false << "9" << QStringList{"Paste"} << int(Qt::Key_P) << "9" << "9";
+  }
+  void editMenuShowsWhatTheFocusedFieldCanDo() {
+    QFETCH(bool, byMouse);
+    QFETCH(QString, typed);
+    QFETCH(bool, selectAll);
+    QFETCH(QString, clipboard);
+    QFETCH(QStringList, enabled);
+    QFETCH(int, choose);
+    Type(typed);
+    if (selectAll) Press(Qt::Key_A, Qt::ControlModifier);
+    if (!clipboard.isEmpty()) QApplication::clipboard()->setText(clipboard);
+    QMenu* edit = byMouse ? OpenMenuByMouse(*w, "Edit") : OpenMenuByKey(Qt::Key_E);
+    QCOMPARE(EnabledItems(edit).join(", "), enabled.join(", "));
+    ChooseInMenu(Qt::Key(choose));
+    QVERIFY(OpenPopup() == nullptr);
+    QCOMPARE(QApplication::focusWidget(), w->field().Widget());
+    QTEST(QString::fromStdString(w->field().Text()), "fieldAfter");
+    QTEST(QApplication::clipboard()->text(), "clipboardAfter");
   }
 
-  void enablingFollowsHandlersAndOwnActions() {
-    QVERIFY(Item("InfoItem")->isEnabled());      // the window has a handler
-    QVERIFY(!Item("ControlItem")->isEnabled());  // no handler, no action of its own
-    QVERIFY(Item("FileQuit")->isEnabled());      // its own action quits
-    Item("InfoItem")->trigger();
+  // A menu's key combination is its command, enabled or not: it never
+  // reaches the field's KeyDown filter, whose refusal would beep. The
+  // field's own mask and limit still hold for what a paste brings.
+  void shortcutsAreMenuCommandsNeverTypedKeys_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("selectAll");
+    QTest::addColumn<QString>("clipboard");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("fieldAfter");
+    QTest::addColumn<QString>("clipboardAfter");
+    QTest::newRow("copy, nothing selected") << "42" << false << "" << "Ctrl+C" << "42" << "";
+    QTest::newRow("undo, nothing to undo") << "" << false << "" << "Ctrl+Z" << "" << "";
+    QTest::newRow("select all, empty field") << "" << false << "" << "Ctrl+A" << "" << "";
+    QTest::newRow("cut, nothing selected") << "42" << false << "" << "Ctrl+X" << "42" << "";
+    QTest::newRow("cut a selection") << "42" << true << "" << "Ctrl+X" << "" << "42";
+    QTest::newRow("paste keeps the mask") << "" << false << "x9" << "Ctrl+V" << "" << "x9";
+    QTest::newRow("paste keeps the limit") << "" << false << "123" << "Ctrl+V" << "12" << "123";
+    QTest::newRow("undo a paste") << "" << false << "5" << "Ctrl+V, Ctrl+Z" << "" << "5";
+  }
+  void shortcutsAreMenuCommandsNeverTypedKeys() {
+    QFETCH(QString, text);
+    QFETCH(bool, selectAll);
+    QFETCH(QString, clipboard);
+    QFETCH(QString, keys);
+    Type(text);
+    if (selectAll) Press(Qt::Key_A, Qt::ControlModifier);
+    if (!clipboard.isEmpty()) QApplication::clipboard()->setText(clipboard);
+    w->fieldKeys.clear();
+    const std::int64_t beeps = BeepCount();
+    w->consumeFieldKeys = true;  // a key that reached the filter would be swallowed
+    QTest::keySequence(QApplication::focusWidget(), QKeySequence(keys));
+    QCOMPARE(w->fieldKeys, std::vector<std::string>());
+    QCOMPARE(BeepCount(), beeps);
+    QTEST(QString::fromStdString(w->field().Text()), "fieldAfter");
+    QTEST(QApplication::clipboard()->text(), "clipboardAfter");
+  }
+
+  // An item is live where the window has a handler for it or the item has
+  // an action of its own, as Quit does.
+  void windowMenuOffersOnlyWhatTheWindowHandles() {
+    QCOMPARE(EnabledItems(OpenMenuByMouse(*w, "Window")), QStringList{"Information"});
+    ChooseByMouse("Information");
     QCOMPARE(w->infoChosen, 1);
-  }
-
-  void editEnablingFollowsTheFocusedControl() {
-    QVERIFY(!Item("EditCopy")->isEnabled());
-    QVERIFY(!Item("EditSelectAll")->isEnabled());
-    QVERIFY(!Item("EditPaste")->isEnabled());
-    w->field().SetText("42");
-    QVERIFY(Item("EditSelectAll")->isEnabled());
-    w->field().Edit()->selectAll();
-    QVERIFY(Item("EditCopy")->isEnabled());
-    QVERIFY(Item("EditCut")->isEnabled());
-    QApplication::clipboard()->setText("7");
-    QVERIFY(Item("EditPaste")->isEnabled());
-  }
-
-  void editShortcutsActWithoutPassingTheKeyFilter() {
-    w->consumeFieldKeys = true;  // the filter would swallow every key
-    w->field().SetText("42");
-    QTest::keySequence(w->field().Edit(), QKeySequence("Ctrl+A"));
-    QCOMPARE(w->field().Edit()->selectedText(), QString("42"));
-    QTest::keySequence(w->field().Edit(), QKeySequence("Ctrl+C"));
-    QCOMPARE(QApplication::clipboard()->text(), QString("42"));
-    QTest::keySequence(w->field().Edit(), QKeySequence("Ctrl+X"));
-    QCOMPARE(w->field().Text(), std::string());
-    QTest::keySequence(w->field().Edit(), QKeySequence("Ctrl+V"));
-    QCOMPARE(w->field().Text(), std::string("42"));
-    QTest::keySequence(w->field().Edit(), QKeySequence("Ctrl+Z"));
-    QCOMPARE(w->field().Text(), std::string());
-    QVERIFY(w->fieldKeys.empty());
-  }
-
-  void pasteKeepsTheFieldsMaskAndLimit() {
-    QApplication::clipboard()->setText("123abc");
-    Item("EditPaste")->trigger();
-    QVERIFY(w->field().Text().size() <= 2);
-    w->field().SetText("");
-    QApplication::clipboard()->setText("x9");
-    Item("EditPaste")->trigger();
-    QCOMPARE(w->field().Text(), std::string());  // the mask takes digits only
-    QApplication::clipboard()->setText("9");
-    Item("EditPaste")->trigger();
-    QCOMPARE(w->field().Text(), std::string("9"));
+    QVERIFY(EnabledItems(OpenMenuByMouse(*w, "File")).contains("Quit"));
   }
 
   void editItemsWorkOnTheArea() {
     w->area().SetText("abc");
-    w->area().SetFocus();
-    QApplication::processEvents();
-    Item("EditSelectAll")->trigger();
-    Item("EditClear")->trigger();
+    QTest::mouseClick(w->area().Edit()->viewport(), Qt::LeftButton);
+    OpenMenuByKey(Qt::Key_E);
+    ChooseInMenu(Qt::Key_A);
+    OpenMenuByKey(Qt::Key_E);
+    ChooseInMenu(Qt::Key_D);
     QCOMPARE(w->area().Text(), std::string());
   }
 };

@@ -110,18 +110,6 @@ class TextControlsTest : public QObject {
     QCOMPARE(w->area().Edit()->toPlainText(), QString("head\ntail"));
   }
 
-  void hiddenAreaKeepsItsText() {
-    w->area().SetText("kept");
-    w->area().SetVisible(false);
-    QVERIFY(!w->area().Visible());
-    QCOMPARE(w->area().Text(), std::string("kept"));
-    w->area().SetText("");
-    QVERIFY(!w->area().Visible());  // setting text leaves visibility alone
-    w->area().SetText("kept");
-    w->area().SetVisible(true);
-    QCOMPARE(w->area().Edit()->toPlainText(), QString("kept"));
-  }
-
   void styledBoldCountsCharactersNotBytes() {
     w->area().SetText("\xC3\xA9t\xC3\xA9 \xF0\x9F\x98\x80x\r\nrest");
     StyledText& styled = w->area().GetStyledText();
@@ -139,13 +127,6 @@ class TextControlsTest : public QObject {
     w->area().Paste();
     w->field().Paste();
     QCOMPARE(w->area().Text(), std::string("stays"));
-  }
-
-  void tabInTheAreaMovesFocusInsteadOfTyping() {
-    w->area().SetText("t");
-    w->area().SetFocus();
-    QTest::keyClick(w->area().Edit(), Qt::Key_Tab);
-    QCOMPARE(w->area().Text(), std::string("t"));
   }
 };
 

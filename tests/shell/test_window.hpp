@@ -1,7 +1,7 @@
 #pragma once
 // A small window built the way the program's windows are, for the tests of
-// the widget contract: a field, an area, a button, a label and a one-shot
-// timer, with the shared menu bar and one menu handler.
+// the widget contract: a field, an area and a button, with the shared menu
+// bar and one menu handler.
 #include <functional>
 #include <vector>
 
@@ -10,7 +10,6 @@
 #include "shell/push_button.hpp"
 #include "shell/text_area.hpp"
 #include "shell/text_field.hpp"
-#include "shell/timer.hpp"
 #include "windows/menu_bar1.hpp"
 
 namespace drav::testing_support {
@@ -23,12 +22,11 @@ class TestWnd : public Window {
   TextField& field() const { return ControlAs<TextField>("field"); }
   TextArea& area() const { return ControlAs<TextArea>("area"); }
   PushButton& button() const { return ControlAs<PushButton>("button"); }
-  Timer& timer() const { return ControlAs<Timer>("timer"); }
 
   // What the handlers saw, and what they answer.
   std::vector<std::string> fieldKeys;
   bool consumeFieldKeys = false;
-  int fieldOpens = 0, areaOpens = 0, timerActions = 0, closes = 0, infoChosen = 0;
+  int fieldOpens = 0, closes = 0, infoChosen = 0;
   std::function<bool()> onPress = [] { return false; };
 
  protected:
@@ -56,7 +54,6 @@ class TestWnd : public Window {
     SetProperties(*area, EncodeSheet({{"Left", std::int64_t{10}}, {"Top", std::int64_t{40}},
                                       {"Width", std::int64_t{300}}, {"Height", std::int64_t{150}},
                                       {"AllowTabs", false}, {"UnicodeMode", std::int64_t{0}}}));
-    area->Open = [this] { ++areaOpens; };
 
     auto* button = new PushButton;
     AddControl("button", button);
@@ -64,11 +61,6 @@ class TestWnd : public Window {
                                         {"Width", std::int64_t{100}}, {"Height", std::int64_t{40}},
                                         {"Caption", std::string("Press")}, {"TabStop", false}}));
     button->MouseDown = [this](std::int64_t, std::int64_t) { return onPress(); };
-
-    auto* timer = new Timer(this);
-    AddControl("timer", timer);
-    SetProperties(*timer, EncodeSheet({{"Period", std::int64_t{50}}, {"RunMode", std::int64_t{1}}}));
-    timer->Action = [this] { ++timerActions; };
   }
   void AddMenuHandlers() override {
     AddMenuHandler("InfoItem", [this] {

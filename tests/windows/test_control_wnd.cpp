@@ -1,29 +1,23 @@
 #include <QClipboard>
-#include <QTemporaryDir>
 #include <QtTest>
-#include <filesystem>
-#include <fstream>
 
 #include "analysis/end_of_line.hpp"
 #include "analysis/text.hpp"
 #include "shell/implicit.hpp"
-#include "shell/menu_bar_view.hpp"
 #include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"
+#include "tests/shell/user_input.hpp"
 #include "tests/windows/modal_answerer.hpp"
 #include "windows/control_wnd.hpp"
 #include "windows/help_wnd.hpp"
 
 namespace drav {
 
-using testing_support::ModalAnswerer;
+using namespace testing_support;
 
 namespace {
 
 QString Example(const char* name) { return QStringLiteral(DRAV_SOURCE_DIR "/examples/") + name; }
-
-std::string MissingMessage() { return "Please enter the number of models in the set (2-99)."; }
-std::string InvalidMessage() { return "Please enter a valid number of models in the set (2-99)."; }
 
 }  // namespace
 
@@ -34,16 +28,19 @@ class ControlWndTest : public QObject {
 
   void Press(PushButton& button) { QTest::mousePress(button.Button(), Qt::LeftButton); }
   void TypeCount(const char* text) {
-    w->pFld().SetFocus();
-    QTest::keyClicks(w->pFld().Edit(), text);
+    QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
+    Type(text);
+  }
+  void ShowReport(const char* text) {
+    w->ResultsFld().SetText(text);
+    w->ResultsFld().SetVisible(true);
   }
 
  private slots:
   void init() {
     w = &Implicit<ControlWnd>();
     w->Show();
-    w->pFld().SetFocus();
-    QApplication::processEvents();
+    QVERIFY(Activate(*w));
   }
   // Deleted, not closed: closing the main window quits, and a quit outside
   // a running event loop would end every later modal at once.
@@ -54,101 +51,89 @@ class ControlWndTest : public QObject {
 
   void startsEmptyWithTheFocusInTheCount() {
     QVERIFY(!w->ResultsFld().Visible());
-    QCOMPARE(w->pFld().Text(), std::string());
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
-    QCOMPARE(w->windowTitle(), QString("Drav"));
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
     QCOMPARE(w->Content()->size(), QSize(700, 600));
-    QCOMPARE(w->calcBtn().Widget()->geometry(), QRect(46, 530, 125, 50));
-    QCOMPARE(w->TextField1().Text(), std::string("Number of Models (2-99):"));
-    QCOMPARE(QFontInfo(w->Label1().Text()->font()).pixelSize(), 9);
   }
 
-  void countMessagesSendTheFocusBackToTheCount_data() {
-    QTest::addColumn<QString>("count");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("empty") << "" << QString::fromStdString(MissingMessage());
-    QTest::newRow("one") << "1" << QString::fromStdString(InvalidMessage());
-    QTest::newRow("zero") << "0" << QString::fromStdString(InvalidMessage());
-    QTest::newRow("leading zeros") << "00" << QString::fromStdString(InvalidMessage());
+  // Nothing a user presses moves the focus out of the count, and a run of
+  // "Load Data", with a report or cancelled, leaves it there: what is typed
+  // next lands in the count.
+  void pressesLeaveTheFocusInTheCount_data() {
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QPoint>("at");
+    QTest::newRow("Load Data, report") << "run" << QPoint();
+    QTest::newRow("Load Data, cancelled") << "cancel" << QPoint();
+    QTest::newRow("Information") << "help" << QPoint();
+    QTest::newRow("window background") << "content" << QPoint(620, 300);
+    QTest::newRow("title picture") << "content" << QPoint(350, 40);
+    QTest::newRow("credit line") << "content" << QPoint(350, 80);
+    QTest::newRow("rule") << "content" << QPoint(300, 172);
+    QTest::newRow("menu bar, past the menus") << "bar" << QPoint(-20, 5);
   }
-  void countMessagesSendTheFocusBackToTheCount() {
-    QFETCH(QString, count);
-    QFETCH(QString, message);
-    TypeCount(count.toLatin1().constData());
-    w->ResultsFld().SetFocus();
-    ModalAnswerer answers;
-    answers.AcceptMessage();
-    Press(w->calcBtn());
-    QCOMPARE(answers.seen, std::vector<std::string>{message.toStdString()});
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
-    QCOMPARE(w->pFld().Text(), count.toStdString());
-    QVERIFY(!w->ResultsFld().Visible());
-    QVERIFY(!w->calcBtn().Button()->isDown());
-  }
-
-  void wholeRunFromThePressToTheReport() {
+  void pressesLeaveTheFocusInTheCount() {
+    QFETCH(QString, what);
+    QFETCH(QPoint, at);
     TypeCount("5");
     ModalAnswerer answers;
-    answers.ChooseFile(Example("five-models.txt"));
-    Press(w->calcBtn());
+    if (what == "run") answers.ChooseFile(Example("five-models.txt"));
+    if (what == "cancel") answers.Cancel();
+    if (what == "run" || what == "cancel") Press(w->calcBtn());
+    if (what == "help") Press(w->helpBtn());
     QVERIFY(answers.Done());
-    QVERIFY(w->ResultsFld().Visible());
-    const std::string report = w->ResultsFld().Text();
-    QCOMPARE(report.rfind("Date: ", 0), std::size_t{0});
-    QVERIFY(report.find(EndOfLine::Build() + "File: five-models.txt" + EndOfLine::Build()) != std::string::npos);
-    QVERIFY(report.find("A2                +202.0             0.0                   0.6094           1.0") !=
-            std::string::npos);
-    QCOMPARE(w->pFld().Text(), std::string("5"));
+    if (what == "bar") QTest::mouseClick(w->menuBar(), Qt::LeftButton, {}, at + QPoint(w->menuBar()->width(), 0));
+    if (what == "content") {
+      QWidget* under = w->Content()->childAt(at);
+      QWidget* target = under != nullptr ? under : w->Content();
+      QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(w->Content(), at));
+    }
+    if (what == "help") {  // the help window is in front; the count keeps the main window's focus
+      QCOMPARE(w->focusWidget(), w->pFld().Widget());
+      return;
+    }
+    QVERIFY(Activate(*w));
+    Type("7");
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
+    QCOMPARE(w->pFld().Text(), std::string("57"));
+    QCOMPARE(w->ResultsFld().Visible(), what == "run");
   }
 
-  void secondRunAppendsBehindTheFirst() {
+  // The count is the window's one tab stop: Tab from the report goes to it,
+  // and Tab in it finds no other stop, the frame least of all.
+  void tabLandsInTheCount_data() {
+    QTest::addColumn<bool>("fromReport");
+    QTest::newRow("from the count") << false;
+    QTest::newRow("from the report") << true;
+  }
+  void tabLandsInTheCount() {
+    QFETCH(bool, fromReport);
+    ShowReport("report");
+    if (fromReport) QTest::mouseClick(w->ResultsFld().Edit()->viewport(), Qt::LeftButton);
+    QCOMPARE(QApplication::focusWidget(), fromReport ? w->ResultsFld().Widget() : w->pFld().Widget());
+    testing_support::Press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
+    testing_support::Press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
+    QCOMPARE(w->ResultsFld().Text(), std::string());  // Tab in the count blanks the report
+  }
+
+  // A run from the press to the report; the next run's report goes below it.
+  void runsShowTheirReportsOneBelowTheOther() {
     TypeCount("5");
     ModalAnswerer answers;
     answers.ChooseFile(Example("five-models.txt")).ChooseFile(Example("negative-aic.txt"));
     Press(w->calcBtn());
+    QVERIFY(w->ResultsFld().Visible());
     const std::string first = w->ResultsFld().Text();
+    QCOMPARE(first.rfind("Date: ", 0), std::size_t{0});
+    QVERIFY(first.find(EndOfLine::Build() + "File: five-models.txt" + EndOfLine::Build()) != std::string::npos);
+    QVERIFY(first.find("A2                +202.0             0.0                   0.6094           1.0") !=
+            std::string::npos);
     Press(w->calcBtn());
+    QVERIFY(answers.Done());
     const std::string both = w->ResultsFld().Text();
     QCOMPARE(both.substr(0, first.size()), first);
     QVERIFY(both.substr(first.size()).find("File: negative-aic.txt") != std::string::npos);
-  }
-
-  void cancelInTheFirstRunLeavesTheAreaHidden() {
-    TypeCount("5");
-    ModalAnswerer answers;
-    answers.Cancel();
-    Press(w->calcBtn());
-    QVERIFY(answers.Done());
-    QVERIFY(!w->ResultsFld().Visible());
-    QCOMPARE(w->ResultsFld().Text(), std::string());
-  }
-
-  void vanishedFileAndLowAicLeaveTheReportAlone() {
-    TypeCount("5");
-    ModalAnswerer first;
-    first.ChooseFile(Example("five-models.txt"));
-    Press(w->calcBtn());
-    const std::string report = w->ResultsFld().Text();
-
-    const QTemporaryDir folder;  // of this run alone: two runs at once must not share a file
-    QVERIFY(folder.isValid());
-    const std::filesystem::path gone = folder.filePath(QStringLiteral("vanishing.txt")).toStdString();
-    std::ofstream(gone) << "A\t1\nB\t2\n";
-    ModalAnswerer vanishing;
-    vanishing.ChooseFile(QString::fromStdString(gone.string()), [gone] { std::filesystem::remove(gone); });
-    Press(w->calcBtn());
-    QCOMPARE(w->ResultsFld().Text(), report);
-
-    const std::filesystem::path high = folder.filePath(QStringLiteral("high.txt")).toStdString();
-    std::ofstream(high) << "A\t1e12\nB\t99999999999\n";
-    w->pFld().SetText("2");  // with 5, the rows behind the file's end would hold 0.0
-    ModalAnswerer lowAic;
-    lowAic.ChooseFile(QString::fromStdString(high.string())).AcceptMessage();
-    Press(w->calcBtn());
-    QCOMPARE(lowAic.seen.back(), std::string("Sorry, can't find low AIC value. Check the data."));
-    QCOMPARE(w->ResultsFld().Text(), report);
-    QVERIFY(w->ResultsFld().Visible());
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
+    QCOMPARE(w->pFld().Text(), std::string("5"));
   }
 
   void countKeysBlankTheReportAndFilter_data() {
@@ -166,12 +151,10 @@ class ControlWndTest : public QObject {
   void countKeysBlankTheReportAndFilter() {
     QFETCH(int, key);
     QFETCH(bool, passes);
-    w->ResultsFld().SetText("report");
-    w->ResultsFld().SetVisible(true);
-    w->pFld().SetText("4");
-    w->pFld().Edit()->setCursorPosition(1);
+    ShowReport("report");
+    TypeCount("4");
     const std::int64_t beeps = BeepCount();
-    QTest::keyClick(w->pFld().Edit(), Qt::Key(key));
+    testing_support::Press(Qt::Key(key));
     QCOMPARE(w->ResultsFld().Text(), std::string());  // blanked, accepted or not
     QVERIFY(w->ResultsFld().Visible());
     QCOMPARE(BeepCount() - beeps, passes ? 0 : 1);
@@ -193,12 +176,11 @@ class ControlWndTest : public QObject {
   void reportKeysFilter() {
     QFETCH(int, key);
     QFETCH(bool, passes);
-    w->ResultsFld().SetVisible(true);
-    w->ResultsFld().SetText("ab");
-    w->ResultsFld().SetFocus();
+    ShowReport("ab");
+    QTest::mouseClick(w->ResultsFld().Edit()->viewport(), Qt::LeftButton);
     const int caret = w->ResultsFld().Edit()->textCursor().position();
     const std::int64_t beeps = BeepCount();
-    QTest::keyClick(w->ResultsFld().Edit(), Qt::Key(key));
+    testing_support::Press(Qt::Key(key));
     QCOMPARE(BeepCount() - beeps, passes ? 0 : 1);
     if (!passes) {
       QCOMPARE(w->ResultsFld().Text(), std::string("ab"));
@@ -209,15 +191,14 @@ class ControlWndTest : public QObject {
   }
 
   void clearEmptiesBothAndHidesTheReport() {
-    w->pFld().SetText("5");
-    w->ResultsFld().SetText("report");
-    w->ResultsFld().SetVisible(true);
-    w->ResultsFld().SetFocus();
+    TypeCount("5");
+    ShowReport("report");
+    QTest::mouseClick(w->ResultsFld().Edit()->viewport(), Qt::LeftButton);
     Press(w->clearBtn());
     QCOMPARE(w->pFld().Text(), std::string());
     QCOMPARE(w->ResultsFld().Text(), std::string());
     QVERIFY(!w->ResultsFld().Visible());
-    QCOMPARE(w->focusWidget(), w->pFld().Widget());
+    QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
   }
 
   void informationTwiceGivesOneWindow() {
@@ -232,16 +213,34 @@ class ControlWndTest : public QObject {
   }
 
   void pasteIntoTheCountDoesNotBlankTheReport() {
-    w->ResultsFld().SetText("report");
+    ShowReport("report");
     QApplication::clipboard()->setText("12");
-    w->GetMenuBarView()->Choose("EditPaste");
+    OpenMenuByKey(Qt::Key_E);
+    ChooseInMenu(Qt::Key_P);
     QCOMPARE(w->pFld().Text(), std::string("12"));
     QCOMPARE(w->ResultsFld().Text(), std::string("report"));
   }
 
-  void closingTheMainWindowEndsTheProgramWithHelpOpen() {
+  // The close button and File > Quit both end the program, with the
+  // Information window open too; Quit closes the window, whose close
+  // quits once more, without harm.
+  void endingTheProgram_data() {
+    QTest::addColumn<bool>("byMenu");
+    QTest::newRow("close button") << false;
+    QTest::newRow("File, Quit") << true;
+  }
+  void endingTheProgram() {
+    QFETCH(bool, byMenu);
     Press(w->helpBtn());
-    QTimer::singleShot(0, w, [this] { w->close(); });
+    QVERIFY(Activate(*w));
+    QTimer::singleShot(0, w, [this, byMenu] {
+      if (!byMenu) {
+        w->close();
+        return;
+      }
+      OpenMenuByKey(Qt::Key_F);
+      ChooseInMenu(Qt::Key_Q);
+    });
     QTimer::singleShot(3000, [] { QCoreApplication::exit(99); });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(GetImplicitWindow(ControlWnd::kClassName) == nullptr);

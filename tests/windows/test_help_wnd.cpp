@@ -1,14 +1,17 @@
+#include <QClipboard>
 #include <QtTest>
 
 #include "analysis/text.hpp"
 #include "shell/implicit.hpp"
-#include "shell/menu_bar_view.hpp"
 #include "tests/shell/qt_test_main.hpp"
+#include "tests/shell/user_input.hpp"
 #include "windows/control_wnd.hpp"
 #include "windows/help_document.hpp"
 #include "windows/help_wnd.hpp"
 
 namespace drav {
+
+using namespace testing_support;
 
 class HelpWndTest : public QObject {
   Q_OBJECT
@@ -80,36 +83,79 @@ class HelpWndTest : public QObject {
     QVERIFY(!area.IsReadOnly());
   }
 
+  // However it is opened, and opened again after a close, the window shows
+  // its whole content area: the document and its scroll bar inside it.
+  void informationOpensAtItsSize_data() {
+    QTest::addColumn<bool>("byMenu");
+    QTest::newRow("button") << false;
+    QTest::newRow("Window menu") << true;
+  }
+  void informationOpensAtItsSize() {
+    QFETCH(bool, byMenu);
+    ControlWnd& main = Implicit<ControlWnd>();
+    main.Show();
+    QVERIFY(Activate(main));
+    for (int opening = 0; opening < 2; ++opening) {
+      if (byMenu) {
+        OpenMenuByMouse(main, "Window");
+        ChooseByMouse("Information");
+      } else {
+        QTest::mousePress(main.helpBtn().Button(), Qt::LeftButton);
+      }
+      auto* help = dynamic_cast<helpWnd*>(GetImplicitWindow(helpWnd::kClassName));
+      QVERIFY(help != nullptr && help->isVisible());
+      QCOMPARE(help->Content()->size(), QSize(550, 500));
+      QCOMPARE(help->width(), 550);
+      const QRect area = help->EditField1().Widget()->geometry();
+      QVERIFY(help->Content()->rect().contains(area.adjusted(1, 1, 0, 0)));
+      help->close();
+    }
+  }
+
+  // A fresh window has nothing to undo: the document, its bold title and
+  // the appended literal are in place before the user's history starts.
+  // Its Edit menu works on the document as the main window's does.
+  void freshDocumentHasNothingToUndoAndCopies() {
+    QApplication::clipboard()->clear();
+    helpWnd& help = Implicit<helpWnd>();
+    QVERIFY(Activate(help));
+    QTest::mouseClick(help.EditField1().Edit()->viewport(), Qt::LeftButton);
+    QCOMPARE(QApplication::focusWidget(), help.EditField1().Widget());
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(help.EditField1().Text(), HelpDocument() + "Error message");
+    QVERIFY(help.EditField1().GetStyledText().IsBold(0));
+    Press(Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(EnabledItems(OpenMenuByMouse(help, "Edit")), (QStringList{"Cut", "Copy", "Delete", "Select All"}));
+    ChooseInMenu(Qt::Key_C);
+    QVERIFY(QApplication::clipboard()->text().startsWith("Drav\n"));
+  }
+
   void editsAreForgottenWhenTheWindowCloses() {
     helpWnd& first = Implicit<helpWnd>();
-    first.EditField1().SetFocus();
-    QTest::keyClicks(first.EditField1().Edit(), "note");
+    QVERIFY(Activate(first));
+    QTest::mouseClick(first.EditField1().Edit()->viewport(), Qt::LeftButton);
+    Type("note");
+    Press(Qt::Key_Tab);  // moves on, types nothing
+    const auto tabs = [](const std::string& text) { return std::count(text.begin(), text.end(), '\t'); };
+    QCOMPARE(tabs(first.EditField1().Text()), tabs(HelpDocument()));
     QVERIFY(first.EditField1().Text() != HelpDocument() + "Error message");
     first.close();
     helpWnd& second = Implicit<helpWnd>();
     QCOMPARE(second.EditField1().Text(), HelpDocument() + "Error message");
   }
 
-  void tabDoesNotTypeIntoTheDocument() {
-    helpWnd& help = Implicit<helpWnd>();
-    help.EditField1().SetFocus();
-    QTest::keyClick(help.EditField1().Edit(), Qt::Key_Tab);
-    QCOMPARE(help.EditField1().Text(), HelpDocument() + "Error message");
-  }
-
+  // Each of the pair is live only in the other window.
   void controlAndInformationAreAPair() {
     ControlWnd& main = Implicit<ControlWnd>();
     main.Show();
-    QVERIFY(main.GetMenuBarView()->Action("InfoItem")->isEnabled());
-    QVERIFY(!main.GetMenuBarView()->Action("ControlItem")->isEnabled());
-    main.GetMenuBarView()->Choose("InfoItem");
+    QVERIFY(Activate(main));
+    QCOMPARE(EnabledItems(OpenMenuByMouse(main, "Window")), QStringList{"Information"});
+    ChooseByMouse("Information");
     helpWnd& help = Implicit<helpWnd>();
-    QVERIFY(help.isVisible());
-    QVERIFY(help.GetMenuBarView()->Action("ControlItem")->isEnabled());
-    QVERIFY(!help.GetMenuBarView()->Action("InfoItem")->isEnabled());
-    QVERIFY(help.GetMenuBarView()->Action("FileQuit")->isEnabled());
+    QVERIFY(Activate(help));
+    QCOMPARE(EnabledItems(OpenMenuByMouse(help, "Window")), QStringList{"Control"});
     main.Hide();
-    help.GetMenuBarView()->Choose("ControlItem");
+    ChooseByMouse("Control");
     QVERIFY(main.isVisible());
     QCOMPARE(&Implicit<ControlWnd>(), &main);
   }
@@ -117,7 +163,8 @@ class HelpWndTest : public QObject {
   void quitFromTheHelpWindowEndsTheProgram() {
     Implicit<ControlWnd>();
     helpWnd& help = Implicit<helpWnd>();
-    QTimer::singleShot(0, &help, [&help] { help.GetMenuBarView()->Choose("FileQuit"); });
+    QVERIFY(Activate(help));
+    QTimer::singleShot(0, &help, [] { Press(Qt::Key_Q, Qt::ControlModifier); });
     QTimer::singleShot(3000, [] { QCoreApplication::exit(99); });
     QCOMPARE(QApplication::exec(), 0);
   }
