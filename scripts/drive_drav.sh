@@ -27,16 +27,23 @@ start_xvfb() {
   return 1
 }
 
-# Waits up to ten seconds for the main window; sets $main and $menu (the
-# height of its menu bar, above the 600-pixel content area).
-wait_for_main_window() {
-  main=""
+# Prints the first visible window whose title matches the pattern, other than
+# the main window, once it is there; fails after ten seconds without one.
+wait_for_window() {  # title pattern
+  local found
   for _ in $(seq 100); do
-    main=$(xdotool search --onlyvisible --name '^Drav$' 2>/dev/null | head -n 1 || true)
-    [ -n "$main" ] && break
+    found=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | grep -v "^${main:-none}$" | head -n 1 || true)
+    [ -n "$found" ] && { echo "$found"; return 0; }
     sleep 0.1
   done
-  [ -n "$main" ] || return 1
+  return 1
+}
+
+# Waits for the main window; sets $main and $menu (the height of its menu
+# bar, above the 600-pixel content area).
+wait_for_main_window() {
+  main=""
+  main=$(wait_for_window '^Drav$') || return 1
   sleep 0.3
   menu=$(( $(xdotool getwindowgeometry "$main" | awk '/Geometry/ {split($2, g, "x"); print g[2]}') - 600 ))
 }
@@ -52,13 +59,7 @@ load_file() {  # count, path
   click_in_main 245 152
   xdotool type --delay 50 "$1"
   click_in_main 108 555
-  local dialog=""
-  for _ in $(seq 50); do
-    dialog=$(xdotool search --onlyvisible --name 'Open|Find File' 2>/dev/null | grep -v "^$main$" | head -n 1 || true)
-    [ -n "$dialog" ] && break
-    sleep 0.1
-  done
-  [ -n "$dialog" ] || return 1
+  wait_for_window 'Open|Find File' >/dev/null || return 1
   sleep 0.3
   xdotool type --delay 10 "$2"
   xdotool key Return

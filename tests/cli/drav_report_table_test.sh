@@ -5,18 +5,8 @@
 set -u
 bin=$1
 src=$2
-tmp=$(mktemp -d)
-trap 'rm -rf "$tmp"' EXIT
-failures=0
-passes=0
+source "$(dirname "$0")/checks.sh"
 example=$src/examples/mtcars-lm.csv
-
-check() {  # name, expected, actual
-  if [ "$2" = "$3" ]; then passes=$((passes + 1)); else echo "FAIL: $1 (expected '$2', got '$3')"; failures=$((failures + 1)); fi
-}
-check_text() {  # name, file that must contain the text, text
-  if grep -qF -- "$3" "$2"; then passes=$((passes + 1)); else echo "FAIL: $1: no '$3' in:"; cat "$2"; failures=$((failures + 1)); fi
-}
 run() {  # expected status, name, arguments...; output in $tmp/out and $tmp/err
   local expected=$1 name=$2
   shift 2
@@ -98,5 +88,4 @@ check "averaged over five models" 5 "$(sed -n 2p "$tmp/out" | cut -d, -f6)"
 check_text "help names the subcommands" "$tmp/out" "drav-report table [OPTIONS] FILE|-"
 run 0 "table help" table --help
 
-echo "drav_report_table_cli: $passes passed, $failures failed"
-[ "$failures" -eq 0 ]
+finish drav_report_table_cli

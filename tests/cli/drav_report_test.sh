@@ -4,17 +4,7 @@
 set -u
 bin=$1
 src=$2
-tmp=$(mktemp -d)
-trap 'rm -rf "$tmp"' EXIT
-failures=0
-passes=0
-
-check() {  # name, expected status, actual status
-  if [ "$2" = "$3" ]; then passes=$((passes + 1)); else echo "FAIL: $1 (expected $2, got $3)"; failures=$((failures + 1)); fi
-}
-check_text() {  # name, file that must contain the text, text
-  if grep -qF -- "$3" "$2"; then passes=$((passes + 1)); else echo "FAIL: $1: no '$3' in:"; cat "$2"; failures=$((failures + 1)); fi
-}
+source "$(dirname "$0")/checks.sh"
 
 "$bin" 5 "$src/examples/five-models.txt" >"$tmp/out" 2>"$tmp/err"
 check "report written" 0 $?
@@ -94,5 +84,4 @@ check_text "version" "$tmp/out" "2.1"
 check "help status" 0 $?
 check_text "help shows an example" "$tmp/out" "A1	204"
 
-echo "drav_report_cli: $passes passed, $failures failed"
-[ "$failures" -eq 0 ]
+finish drav_report_cli

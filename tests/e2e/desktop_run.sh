@@ -66,12 +66,7 @@ count=$(xclip -selection clipboard -o)
 
 # Information opens with a content area of 550 x 500 under its menu bar.
 click_in_main 604 556
-info=""
-for _ in $(seq 50); do
-  info=$(xdotool search --onlyvisible --name '^Info$' 2>/dev/null | head -n 1 || true)
-  [ -n "$info" ] && break
-  sleep 0.1
-done
+info=$(wait_for_window '^Info$') || fail "Information never opened"
 sleep 0.3
 import -window root "$artefacts/information.png"
 size=$(xdotool getwindowgeometry "$info" 2>/dev/null | awk '/Geometry/ {print $2}')
