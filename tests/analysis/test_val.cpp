@@ -85,6 +85,7 @@ TEST(Val, LongNumbersRoundAsTheirFullText) {
   ExpectRead("1" + zeros + "e-5000", 1.0);
   ExpectRead("0." + zeros + "25e5001", 2.5);
   ExpectRead("-" + zeros + "7.5", -7.5);
+  ExpectRead("-1" + zeros, -std::numeric_limits<double>::max());  // overflow, however long
   // glibc's strtod reads any length exactly: it is the reference here.
   std::string digits;
   for (int i = 0; i < 3000; ++i) digits += static_cast<char>('0' + (i * 7 + 3) % 10);
