@@ -54,7 +54,7 @@ PY
   fi
   mv "$target.orig" "$target"
   touch "$target"
-done 3<"$root/mutation/mutants.tsv"
+done 3<"$scratch/mutation/mutants.tsv"
 cmake --build "$scratch/build" --parallel "$(nproc)" >/dev/null 2>&1 || true
 
 total=$((killed + survived))

@@ -43,6 +43,7 @@ class PropertySheetTest : public QObject {
     QTest::newRow("name without blank") << QByteArray("Width");
     QTest::newRow("unknown name") << QByteArray::fromStdString(std::string("Colour ") + std::string(4, '\0'));
     QTest::newRow("boolean not 0 or 1") << QByteArray("Visible \x02");
+    QTest::newRow("boolean with its high bit set") << QByteArray("Visible \x80");
   }
   void malformedSheetsFailLoudly() {
     QFETCH(QByteArray, bytes);

@@ -147,6 +147,9 @@ class ControlWndTest : public QObject {
     QTest::newRow("backspace") << int(Qt::Key_Backspace) << true;
     QTest::newRow("full stop") << int(Qt::Key_Period) << false;
     QTest::newRow("escape") << int(Qt::Key_Escape) << false;
+    QTest::newRow("solidus, just below the digits") << int(Qt::Key_Slash) << false;
+    QTest::newRow("forward delete") << int(Qt::Key_Delete) << true;
+    QTest::newRow("right") << int(Qt::Key_Right) << true;
   }
   void countKeysBlankTheReportAndFilter() {
     QFETCH(int, key);
@@ -172,6 +175,9 @@ class ControlWndTest : public QObject {
     QTest::newRow("hyphen") << int(Qt::Key_Minus) << false;
     QTest::newRow("left") << int(Qt::Key_Left) << false;
     QTest::newRow("down") << int(Qt::Key_Down) << false;
+    QTest::newRow("z, the last letter") << int(Qt::Key_Z) << true;
+    QTest::newRow("opening brace, just past the letters") << int(Qt::Key_BraceLeft) << false;
+    QTest::newRow("tilde") << int(Qt::Key_AsciiTilde) << false;
   }
   void reportKeysFilter() {
     QFETCH(int, key);
