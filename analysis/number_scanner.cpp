@@ -1,9 +1,6 @@
 #include "analysis/number_scanner.hpp"
 
-#include <algorithm>
-#include <charconv>
-#include <limits>
-#include <system_error>
+#include "analysis/val.hpp"
 
 namespace drav {
 namespace {
@@ -116,26 +113,8 @@ std::string NumberScanner::Canonical() const {
   return text + "e" + std::to_string(PowerOfTen());
 }
 
-double NumberScanner::Value() const {
-  if (!anyDigit_) return 0.0;
-  if (count_ == 0) return negative_ ? -0.0 : 0.0;
-
-  char text[kMaxDigits + 32];
-  char* end = text;
-  *end++ = '0';
-  *end++ = '.';
-  end = std::copy_n(digits_, count_, end);
-  if (dropped_) *end++ = '1';
-  *end++ = 'e';
-  const std::int64_t power = PowerOfTen();
-  end = std::to_chars(end, text + sizeof text, power).ptr;
-
-  double value = 0.0;
-  if (std::from_chars(text, end, value).ec == std::errc::result_out_of_range) {
-    // 0.d... lies in [0.1, 1), so only a positive power can overflow.
-    value = power > 0 ? std::numeric_limits<double>::max() : 0.0;
-  }
-  return negative_ ? -value : value;
-}
+// The stand-in text spells the same number with no more than kMaxDigits + 1
+// digits, and Val reads it as it reads any other: one reading of numbers.
+double NumberScanner::Value() const { return Val(Canonical()); }
 
 }  // namespace drav
