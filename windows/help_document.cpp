@@ -132,8 +132,8 @@ constexpr std::string_view kLines[] = {
     "Further cautions. All AIC values of a set must come from models fitted to the same data set, "
     "with the same observations and the same response; values from different data sets cannot be "
     "compared. The best model of a set need not be a good model: it is only the best of those that "
-    "were tried, and its fit should be checked on its own. With many observations the AIC can favour "
-    "complex models that overfit the data, so a model only slightly ahead of a simpler one deserves "
+    "were tried, and its fit should be checked on its own merits. With many observations the AIC can "
+    "favour complex models that overfit the data at hand, so a model only slightly ahead of a simpler one deserves "
     "a second look before it is preferred.",
     "",
     "Detailed discussions of these points, with many worked examples from ecology, evolution, "

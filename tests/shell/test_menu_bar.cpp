@@ -117,6 +117,17 @@ class MenuBarTest : public QObject {
     QVERIFY(EnabledItems(OpenMenuByMouse(*w, "File")).contains("Quit"));
   }
 
+  // A read-only control offers only what leaves its text alone, whatever
+  // it has to undo and the clipboard holds.
+  void readOnlyAreaOffersOnlyCopyAndSelectAll() {
+    QTest::mouseClick(w->area().Edit()->viewport(), Qt::LeftButton);
+    Type("abc");
+    SetProperties(w->area(), Sheet().Boolean("ReadOnly", true).Bytes());
+    Press(Qt::Key_A, Qt::ControlModifier);
+    QApplication::clipboard()->setText("x");
+    QCOMPARE(EnabledItems(OpenMenuByMouse(*w, "Edit")), (QStringList{"Copy", "Select All"}));
+  }
+
   void editItemsWorkOnTheArea() {
     w->area().SetText("abc");
     QTest::mouseClick(w->area().Edit()->viewport(), Qt::LeftButton);

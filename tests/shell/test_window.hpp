@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "shell/implicit.hpp"
-#include "sheets/property_sheet.hpp"
+#include "shell/sheet.hpp"
 #include "shell/push_button.hpp"
 #include "shell/text_area.hpp"
 #include "shell/text_field.hpp"
@@ -32,34 +32,28 @@ class TestWnd : public Window {
  protected:
   void Layout() override {
     SetMenuBar(MenuBar1::Shared());
-    SetProperties(*this, EncodeSheet({{"Title", std::string("Test")}, {"Width", std::int64_t{400}},
-                                      {"Height", std::int64_t{300}}, {"Resizeable", false},
-                                      {"MacProcID", std::int64_t{0}}, {"Visible", true}}));
+    SetProperties(*this, Sheet().Text("Title", "Test").Integer("Width", 400).Integer("Height", 300)
+                             .Boolean("Resizeable", false).Integer("MacProcID", 0).Boolean("Visible", true).Bytes());
+  }
+  static Sheet At(std::int64_t left, std::int64_t top, std::int64_t width, std::int64_t height) {
+    return Sheet().Integer("Left", left).Integer("Top", top).Integer("Width", width).Integer("Height", height);
   }
   void CreateControls() override {
     auto* field = new TextField;
     AddControl("field", field);
-    SetProperties(*field, EncodeSheet({{"Left", std::int64_t{10}}, {"Top", std::int64_t{10}},
-                                       {"Width", std::int64_t{50}}, {"Height", std::int64_t{22}},
-                                       {"MaximumCharactersAllowed", std::int64_t{2}},
-                                       {"ValidationMask", std::string("##")}, {"TabStop", true}}));
+    SetProperties(*field, At(10, 10, 50, 22).Integer("MaximumCharactersAllowed", 2)
+                              .Text("ValidationMask", "##").Boolean("TabStop", true).Bytes());
     field->KeyDown = [this](const std::string& key) {
       fieldKeys.push_back(key);
       return consumeFieldKeys;
     };
     field->Open = [this] { ++fieldOpens; };
-
     auto* area = new TextArea;
     AddControl("area", area);
-    SetProperties(*area, EncodeSheet({{"Left", std::int64_t{10}}, {"Top", std::int64_t{40}},
-                                      {"Width", std::int64_t{300}}, {"Height", std::int64_t{150}},
-                                      {"AllowTabs", false}, {"UnicodeMode", std::int64_t{0}}}));
-
+    SetProperties(*area, At(10, 40, 300, 150).Boolean("AllowTabs", false).Integer("UnicodeMode", 0).Bytes());
     auto* button = new PushButton;
     AddControl("button", button);
-    SetProperties(*button, EncodeSheet({{"Left", std::int64_t{10}}, {"Top", std::int64_t{200}},
-                                        {"Width", std::int64_t{100}}, {"Height", std::int64_t{40}},
-                                        {"Caption", std::string("Press")}, {"TabStop", false}}));
+    SetProperties(*button, At(10, 200, 100, 40).Text("Caption", "Press").Boolean("TabStop", false).Bytes());
     button->MouseDown = [this](std::int64_t, std::int64_t) { return onPress(); };
   }
   void AddMenuHandlers() override {

@@ -2,6 +2,7 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <QtTest>
+#include <cerrno>
 
 #include "analysis/runtime_exception.hpp"
 #include "shell/label.hpp"
@@ -16,27 +17,28 @@ using testing_support::TestWnd;
 class WindowContractTest : public QObject {
   Q_OBJECT
 
+  std::vector<std::string> alerts;
+
  private slots:
-  void hideAndShowKeepTheSameObjectAndContents() {
+  void init() {
+    alerts.clear();
+    Application::Instance()->ShowFailure = [this](const std::string& text) { alerts.push_back(text); };
+  }
+
+  // A hidden window is the same object with its contents; a closed one is
+  // gone, and the next mention makes it anew, empty.
+  void windowLivesUntilItCloses() {
     TestWnd& first = Implicit<TestWnd>();
-    QVERIFY(first.isVisible());
     first.field().SetText("12");
     first.area().SetText("report\r");
     first.Hide();
     QVERIFY(!first.isVisible());
-    TestWnd& again = Implicit<TestWnd>();
-    QCOMPARE(&again, &first);
-    again.Show();
-    QVERIFY(again.isVisible());
-    QCOMPARE(again.fieldOpens, 1);  // Open runs once per control, not per showing
-    QCOMPARE(again.field().Text(), std::string("12"));
-    QCOMPARE(again.area().Text(), std::string("report\r"));
-    again.close();
-  }
-
-  void closedWindowIsMadeAnew() {
-    TestWnd& first = Implicit<TestWnd>();
-    first.field().SetText("5");
+    QCOMPARE(&Implicit<TestWnd>(), &first);
+    first.Show();
+    QVERIFY(first.isVisible());
+    QCOMPARE(first.fieldOpens, 1);  // Open runs once per control, not per showing
+    QCOMPARE(first.field().Text(), std::string("12"));
+    QCOMPARE(first.area().Text(), std::string("report\r"));
     first.close();
     QCOMPARE(first.closes, 1);
     QVERIFY(GetImplicitWindow(TestWnd::kClassName) == nullptr);
@@ -46,33 +48,79 @@ class WindowContractTest : public QObject {
     second.close();
   }
 
-  void buttonActsAtThePressBeforeAnyRelease() {
+  // MouseDown runs at the left button's press, before any release; its
+  // True keeps the press from the toolkit, so no click follows. A modal
+  // alert inside the handler takes the release: the button must not stay
+  // drawn down.
+  void buttonPress_data() {
+    QTest::addColumn<int>("mouseButton");
+    QTest::addColumn<QString>("handler");
+    QTest::addColumn<int>("presses");
+    QTest::addColumn<bool>("clicked");
+    QTest::newRow("left, goes on") << int(Qt::LeftButton) << "false" << 1 << true;
+    QTest::newRow("left, consumed") << int(Qt::LeftButton) << "true" << 1 << false;
+    QTest::newRow("left, alert inside") << int(Qt::LeftButton) << "alert" << 1 << false;
+    QTest::newRow("right") << int(Qt::RightButton) << "false" << 0 << false;
+    QTest::newRow("middle") << int(Qt::MiddleButton) << "false" << 0 << false;
+  }
+  void buttonPress() {
+    QFETCH(int, mouseButton);
+    QFETCH(QString, handler);
+    QFETCH(int, presses);
+    QFETCH(bool, clicked);
     TestWnd& w = Implicit<TestWnd>();
-    int presses = 0;
-    bool clicked = false;
-    connect(w.button().Button(), &QPushButton::clicked, this, [&] { clicked = true; });
+    int seen = 0;
+    bool wasClicked = false;
+    connect(w.button().Button(), &QPushButton::clicked, this, [&] { wasClicked = true; });
     w.onPress = [&] {
-      ++presses;
-      return false;
+      ++seen;
+      if (handler == "alert") {
+        QTimer::singleShot(0, [] {
+          if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
+        });
+        QMessageBox::information(nullptr, "Drav", "inside the press");
+      }
+      return handler == "true";
     };
-    QTest::mousePress(w.button().Button(), Qt::LeftButton);
-    QCOMPARE(presses, 1);
-    QTest::mouseRelease(w.button().Button(), Qt::LeftButton);
-    QVERIFY(clicked);  // False lets the toolkit go on with the press
+    QTest::mousePress(w.button().Button(), Qt::MouseButton(mouseButton));
+    QCOMPARE(seen, presses);
+    if (handler == "alert") QVERIFY(!w.button().Button()->isDown());
+    QTest::mouseRelease(w.button().Button(), Qt::MouseButton(mouseButton));
+    QCOMPARE(wasClicked, clicked);
     w.close();
   }
 
-  void modalAlertInsideThePressLeavesTheButtonUp() {
+  // What a handler throws is told in one alert, End alone silently; the
+  // window and its contents stay as they were, and the next press works.
+  void exceptionFromAHandler_data() {
+    QTest::addColumn<QString>("thrown");
+    QTest::addColumn<QStringList>("told");
+    QTest::newRow("input/output") << "io" << QStringList{"/data/models.txt", "Permission denied", "13"};
+    QTest::newRow("any exception") << "std" << QStringList{"table index out of bounds"};
+    QTest::newRow("end") << "end" << QStringList{};
+  }
+  void exceptionFromAHandler() {
+    QFETCH(QString, thrown);
+    QFETCH(QStringList, told);
     TestWnd& w = Implicit<TestWnd>();
-    w.onPress = [] {
-      QTimer::singleShot(0, [] {
-        if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
-      });
-      QMessageBox::information(nullptr, "Drav", "inside the press");
-      return false;
+    w.field().SetText("5");
+    w.area().SetText("report\r");
+    w.onPress = [thrown]() -> bool {
+      if (thrown == "io") throw IOException("/data/models.txt", EACCES);
+      if (thrown == "std") throw std::runtime_error("table index out of bounds");
+      throw EndException();
     };
     QTest::mousePress(w.button().Button(), Qt::LeftButton);
+    QCOMPARE(alerts.size(), std::size_t(told.isEmpty() ? 0 : 1));
+    for (const QString& part : told) QVERIFY2(alerts[0].find(part.toStdString()) != std::string::npos, alerts[0].c_str());
+    QVERIFY(w.isVisible());
+    QCOMPARE(w.field().Text(), std::string("5"));
+    QCOMPARE(w.area().Text(), std::string("report\r"));
     QVERIFY(!w.button().Button()->isDown());
+    int presses = 0;
+    w.onPress = [&] { ++presses; return false; };
+    QTest::mouseClick(w.button().Button(), Qt::LeftButton);
+    QCOMPARE(presses, 1);
     w.close();
   }
 

@@ -53,6 +53,7 @@ class ControlWndTest : public QObject {
     QVERIFY(!w->ResultsFld().Visible());
     QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
     QCOMPARE(w->Content()->size(), QSize(700, 600));
+    QVERIFY(w->TextField1().Widget()->font().bold());  // the caption
   }
 
   // Nothing a user presses moves the focus out of the count, and a run of
@@ -207,45 +208,75 @@ class ControlWndTest : public QObject {
     QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
   }
 
-  void informationTwiceGivesOneWindow() {
-    Press(w->helpBtn());
-    auto* first = GetImplicitWindow(helpWnd::kClassName);
-    QVERIFY(first != nullptr && first->isVisible());
-    Press(w->helpBtn());
-    QCOMPARE(GetImplicitWindow(helpWnd::kClassName), first);
+  // Information, by button or Window menu, brings the one help window to
+  // the front at its size: when new, when open behind the main window, and
+  // when opened again after a close.
+  void informationBringsTheOneHelpWindowToTheFront_data() {
+    QTest::addColumn<bool>("byMenu");
+    QTest::newRow("button") << false;
+    QTest::newRow("Window menu") << true;
+  }
+  void informationBringsTheOneHelpWindowToTheFront() {
+    QFETCH(bool, byMenu);
+    for (const char* opening : {"new", "behind", "after a close"}) {
+      QVERIFY(Activate(*w));
+      if (byMenu) {
+        OpenMenuByMouse(*w, "Window");
+        ChooseByMouse("Information");
+      } else {
+        Press(w->helpBtn());
+      }
+      auto* help = dynamic_cast<helpWnd*>(GetImplicitWindow(helpWnd::kClassName));
+      QVERIFY2(help != nullptr, opening);
+      QTRY_COMPARE(QApplication::activeWindow(), help);
+      QCOMPARE(help->Content()->size(), QSize(550, 500));
+      QCOMPARE(help->width(), 550);
+      QVERIFY(help->Content()->rect().contains(help->EditField1().Widget()->geometry().adjusted(1, 1, 0, 0)));
+      if (std::string(opening) == "behind") help->close();
+    }
     int helpWindows = 0;
     for (QWidget* top : QApplication::topLevelWidgets()) helpWindows += dynamic_cast<helpWnd*>(top) != nullptr;
     QCOMPARE(helpWindows, 1);
   }
 
-  void pasteIntoTheCountDoesNotBlankTheReport() {
+  // A paste passes no key filter: the report stays, and the count's mask
+  // keeps out what is no digit.
+  void pasteIntoTheCountKeepsTheReport_data() {
+    QTest::addColumn<QString>("clipboard");
+    QTest::addColumn<QString>("count");
+    QTest::newRow("digits") << "12" << "12";
+    QTest::newRow("letters") << "abc" << "";
+  }
+  void pasteIntoTheCountKeepsTheReport() {
+    QFETCH(QString, clipboard);
+    QFETCH(QString, count);
     ShowReport("report");
-    QApplication::clipboard()->setText("12");
+    QApplication::clipboard()->setText(clipboard);
     OpenMenuByKey(Qt::Key_E);
     ChooseInMenu(Qt::Key_P);
-    QCOMPARE(w->pFld().Text(), std::string("12"));
+    QCOMPARE(QString::fromStdString(w->pFld().Text()), count);
     QCOMPARE(w->ResultsFld().Text(), std::string("report"));
   }
 
-  // The close button and File > Quit both end the program, with the
-  // Information window open too; Quit closes the window, whose close
-  // quits once more, without harm.
+  // Closing the main window, or Quit from either window, ends the program
+  // with the Information window open; Quit closes the main window, whose
+  // close quits once more, without harm.
   void endingTheProgram_data() {
-    QTest::addColumn<bool>("byMenu");
-    QTest::newRow("close button") << false;
-    QTest::newRow("File, Quit") << true;
+    QTest::addColumn<QString>("how");
+    QTest::newRow("close button") << "close";
+    QTest::newRow("File, Quit") << "menu";
+    QTest::newRow("Ctrl+Q in Information") << "help";
   }
   void endingTheProgram() {
-    QFETCH(bool, byMenu);
+    QFETCH(QString, how);
     Press(w->helpBtn());
-    QVERIFY(Activate(*w));
-    QTimer::singleShot(0, w, [this, byMenu] {
-      if (!byMenu) {
-        w->close();
-        return;
-      }
-      OpenMenuByKey(Qt::Key_F);
-      ChooseInMenu(Qt::Key_Q);
+    QWidget* front = how == "help" ? GetImplicitWindow(helpWnd::kClassName) : w;
+    QVERIFY(Activate(*front));
+    QTimer::singleShot(0, w, [this, how] {
+      if (how == "close") w->close();
+      if (how == "menu") OpenMenuByKey(Qt::Key_F);
+      if (how == "menu") ChooseInMenu(Qt::Key_Q);
+      if (how == "help") testing_support::Press(Qt::Key_Q, Qt::ControlModifier);
     });
     QTimer::singleShot(3000, [] { QCoreApplication::exit(99); });
     QCOMPARE(QApplication::exec(), 0);

@@ -1,4 +1,3 @@
-#include <QClipboard>
 #include <QtTest>
 #include <cerrno>
 #include <filesystem>
@@ -140,21 +139,6 @@ class FaultsTest : public QObject {
       QCOMPARE(QString::fromStdString(answers.seen[0]), message);
       QCOMPARE(w->ResultsFld().Text(), shown);
     }
-  }
-
-  void pastedLettersNeverReachTheCount() {
-    w->pFld().SetText("");
-    QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
-    QApplication::clipboard()->setText("abc");
-    OpenMenuByKey(Qt::Key_E);
-    ChooseInMenu(Qt::Key_P);
-    QCOMPARE(w->pFld().Text(), std::string());
-    QCOMPARE(w->ResultsFld().Text(), earlier);  // a paste passes no key filter
-    ModalAnswerer answers;
-    answers.AcceptMessage();
-    QTest::mousePress(w->calcBtn().Button(), Qt::LeftButton);
-    QCOMPARE(answers.seen[0], std::string("Please enter the number of models in the set (2-99)."));
-    QCOMPARE(w->ResultsFld().Text(), earlier);
   }
 };
 
