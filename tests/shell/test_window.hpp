@@ -25,7 +25,7 @@ class TestWnd : public Window {
 
   // What the handlers saw, and what they answer.
   std::vector<std::string> fieldKeys;
-  bool consumeFieldKeys = false;
+  std::function<bool()> onKey = [] { return false; };
   int fieldOpens = 0, closes = 0, infoChosen = 0;
   std::function<bool()> onPress = [] { return false; };
 
@@ -45,7 +45,7 @@ class TestWnd : public Window {
                               .Text("ValidationMask", "##").Boolean("TabStop", true).Bytes());
     field->KeyDown = [this](const std::string& key) {
       fieldKeys.push_back(key);
-      return consumeFieldKeys;
+      return onKey();
     };
     field->Open = [this] { ++fieldOpens; };
     auto* area = new TextArea;

@@ -90,27 +90,32 @@ class WindowContractTest : public QObject {
     w.close();
   }
 
-  // What a handler throws is told in one alert, End alone silently; the
-  // window and its contents stay as they were, and the next press works.
+  // What a press or key handler throws is told in one alert, End alone
+  // silently; the window and its contents stay as they were, the key does
+  // nothing, and the next press works.
   void exceptionFromAHandler_data() {
+    QTest::addColumn<bool>("fromKey");
     QTest::addColumn<QString>("thrown");
     QTest::addColumn<QStringList>("told");
-    QTest::newRow("input/output") << "io" << QStringList{"/data/models.txt", "Permission denied", "13"};
-    QTest::newRow("any exception") << "std" << QStringList{"table index out of bounds"};
-    QTest::newRow("end") << "end" << QStringList{};
+    QTest::newRow("press, input/output") << false << "io" << QStringList{"/data/models.txt", "Permission denied", "13"};
+    QTest::newRow("key, any exception") << true << "std" << QStringList{"table index out of bounds"};
+    QTest::newRow("press, end") << false << "end" << QStringList{};
   }
   void exceptionFromAHandler() {
+    QFETCH(bool, fromKey);
     QFETCH(QString, thrown);
     QFETCH(QStringList, told);
     TestWnd& w = Implicit<TestWnd>();
     w.field().SetText("5");
     w.area().SetText("report\r");
-    w.onPress = [thrown]() -> bool {
+    const auto fail = [thrown]() -> bool {
       if (thrown == "io") throw IOException("/data/models.txt", EACCES);
       if (thrown == "std") throw std::runtime_error("table index out of bounds");
       throw EndException();
     };
-    QTest::mousePress(w.button().Button(), Qt::LeftButton);
+    (fromKey ? w.onKey : w.onPress) = fail;
+    if (fromKey) QTest::keyClick(w.field().Edit(), Qt::Key_7);
+    if (!fromKey) QTest::mousePress(w.button().Button(), Qt::LeftButton);
     QCOMPARE(alerts.size(), std::size_t(told.isEmpty() ? 0 : 1));
     for (const QString& part : told) QVERIFY2(alerts[0].find(part.toStdString()) != std::string::npos, alerts[0].c_str());
     QVERIFY(w.isVisible());

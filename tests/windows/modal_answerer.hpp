@@ -31,36 +31,30 @@ class ModalAnswerer : public QObject {
     poll_.start();
   }
 
-  // Dismisses a message box and keeps its text.
+  // Dismisses a message box and keeps its text in `messages`.
   ModalAnswerer& AcceptMessage() {
     answers_.push_back([this](QWidget* modal) {
       auto* box = qobject_cast<QMessageBox*>(modal);
-      seen.push_back(box != nullptr ? box->text().toStdString() : "<not a message box>");
+      messages.push_back(box != nullptr ? box->text().toStdString() : "<not a message box>");
       modal->close();
     });
     return *this;
   }
   // Chooses the file in the open-file dialog as a user who types its full
-  // path would; `then` runs once the dialog has closed.
-  ModalAnswerer& ChooseFile(const QString& path, std::function<void()> then = {}) {
-    answers_.push_back([this, path, then](QWidget* modal) {
-      auto* dialog = qobject_cast<QFileDialog*>(modal);
-      seen.push_back(dialog != nullptr ? "<file dialog>" : "<not a file dialog>");
-      if (dialog != nullptr) Choose(dialog, path, then);
-    });
+  // path would.
+  ModalAnswerer& ChooseFile(const QString& path) {
+    answers_.push_back([path](QWidget* modal) { Choose(qobject_cast<QFileDialog*>(modal), path); });
     return *this;
   }
   ModalAnswerer& Cancel() {
-    answers_.push_back([this](QWidget* modal) {
-      seen.push_back(qobject_cast<QFileDialog*>(modal) != nullptr ? "<file dialog>" : "<other>");
+    answers_.push_back([](QWidget* modal) {
       if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
     });
     return *this;
   }
 
   bool Done() const { return answers_.empty(); }
-  // What each answered modal was: a message's text, or "<file dialog>".
-  std::vector<std::string> seen;
+  std::vector<std::string> messages;
 
  private:
   // The path goes into the name field, where a user types it; selectFile()
@@ -68,22 +62,15 @@ class ModalAnswerer : public QObject {
   // view, which may not have loaded the folder yet, and accept() then finds
   // nothing chosen. Whatever keeps the dialog up, it is tried again until
   // it has really closed.
-  static void Choose(QPointer<QFileDialog> dialog, const QString& path, const std::function<void()>& then) {
-    if (dialog.isNull()) return;
-    if (dialog->isVisible()) {
-      auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-      if (name != nullptr) {
-        name->setText(path);
-        QTest::keyClick(name, Qt::Key_Return);
-      } else {
-        static_cast<QDialog*>(dialog.data())->accept();
-      }
+  static void Choose(QPointer<QFileDialog> dialog, const QString& path) {
+    if (dialog.isNull() || !dialog->isVisible()) return;
+    if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+      name->setText(path);
+      QTest::keyClick(name, Qt::Key_Return);
+    } else {
+      static_cast<QDialog*>(dialog.data())->accept();
     }
-    if (!dialog.isNull() && dialog->isVisible()) {
-      QTimer::singleShot(5, dialog, [dialog, path, then] { Choose(dialog, path, then); });
-    } else if (then) {
-      then();
-    }
+    if (!dialog.isNull() && dialog->isVisible()) QTimer::singleShot(5, dialog, [dialog, path] { Choose(dialog, path); });
   }
 
   QTimer poll_;

@@ -136,7 +136,7 @@ class FaultsTest : public QObject {
     QVERIFY(!w->calcBtn().Button()->isDown());
     QCOMPARE(w->focusWidget(), message.isEmpty() ? w->ResultsFld().Widget() : w->pFld().Widget());
     if (!message.isEmpty()) {
-      QCOMPARE(QString::fromStdString(answers.seen[0]), message);
+      QCOMPARE(QString::fromStdString(answers.messages[0]), message);
       QCOMPARE(w->ResultsFld().Text(), shown);
     }
   }
