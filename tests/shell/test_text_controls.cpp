@@ -106,9 +106,7 @@ class TextControlsTest : public QObject {
   void typedLineBreakReadsBackAsTheBuildLineEnd() {
     w->area().SetText("one\rtwo");
     w->area().SetFocus();
-    QTextCursor end = w->area().Edit()->textCursor();
-    end.movePosition(QTextCursor::End);
-    w->area().Edit()->setTextCursor(end);
+    QTest::keyClick(w->area().Edit(), Qt::Key_End, Qt::ControlModifier);
     QTest::keyClick(w->area().Edit(), Qt::Key_Return);
     QTest::keyClicks(w->area().Edit(), "x");
     QCOMPARE(w->area().Text(), "one" + EndOfLine::Build() + "two" + EndOfLine::Build() + "x");
