@@ -52,11 +52,7 @@ struct ScriptedHost {
   ScriptedDialog dialog;
   FixedDateText dates;
 
-  RunHost Host() { return {window, alert, dialog, dates}; }
-  RunOutcome Run() { return RunAnalysis(Host()); }
+  RunOutcome Run() { return RunAnalysis({window, alert, dialog, dates}); }
 };
-
-// The report with its CR line ends turned into LF, as golden files hold it.
-std::string WithLf(const std::string& report);
 
 }  // namespace drav::testing_support

@@ -18,8 +18,15 @@ TempFile::TempFile(std::string_view contents, std::string_view name) {
 
 TempFile::~TempFile() {
   std::error_code ignored;
-  std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
   std::filesystem::remove_all(folder_, ignored);
+}
+
+TextInputStream OpenAsRunDoes(std::string_view contents) {
+  const TempFile file(contents);
+  FolderItem item(file.Path());
+  TextInputStream stream = TextInputStream::Open(item);
+  stream.SetEncoding(Encodings::UTF8);
+  return stream;
 }
 
 }  // namespace drav::testing_support

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/text_input_stream.hpp"
+
 namespace drav::testing_support {
 
 class TempFile {
@@ -19,5 +21,9 @@ class TempFile {
   std::filesystem::path folder_;
   std::filesystem::path path_;
 };
+
+// The contents in a temporary file, opened as a run opens its model file.
+// The open stream keeps the data after the file is gone.
+TextInputStream OpenAsRunDoes(std::string_view contents);
 
 }  // namespace drav::testing_support

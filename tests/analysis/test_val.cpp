@@ -30,26 +30,18 @@ TEST_P(ValTable, ReadsTheNearestDouble) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Documented, ValTable,
-    testing::Values(ValCase{"Empty", "", 0}, ValCase{"Five", "5", 5}, ValCase{"Whole", "204", 204},
-                    ValCase{"Negative", "-35403.436", -35403.436}, ValCase{"Plus", "+12.5", 12.5},
-                    ValCase{"TrailingJunk", "12abc", 12}, ValCase{"NoNumber", "abc", 0},
-                    ValCase{"Weight", "0.2242", 0.2242}, ValCase{"Ratio", "7.39", 7.39},
-                    ValCase{"AboveLimit", "99999.01", 99999.01}, ValCase{"Threshold", "0.0001", 0.0001}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-INSTANTIATE_TEST_SUITE_P(
-    OurRulings, ValTable,
-    testing::Values(ValCase{"LeadingBlank", " 204", 204}, ValCase{"LeadingTab", "\t-3.5", -3.5},
-                    ValCase{"Exponent", "1.5E+3", 1500}, ValCase{"SmallExponent", "25e-1", 2.5},
-                    ValCase{"ExponentWithoutDigits", "12e", 12}, ValCase{"ExponentSignOnly", "12e+x", 12},
-                    ValCase{"Underflow", "1e-999", 0}, ValCase{"Inf", "inf", 0}, ValCase{"Nan", "nan", 0},
-                    ValCase{"Hex", "0x1A", 0}, ValCase{"HexFloat", "0x1p3", 0},
-                    ValCase{"DecimalComma", "204,5", 204}, ValCase{"LeadingPoint", ".5", 0.5},
-                    ValCase{"TrailingPoint", "5.", 5}, ValCase{"PointAlone", ".", 0},
-                    ValCase{"SignAlone", "-", 0}, ValCase{"DoubleSign", "--5", 0},
-                    ValCase{"BlankAfterSign", "- 5", 0}, ValCase{"ManyDigits", "0.1000000000000000055511151231257827", 0.1},
-                    ValCase{"Fraction", "2.9", 2.9}),
+    Texts, ValTable,
+    testing::Values(ValCase{"Empty", "", 0}, ValCase{"Whole", "204", 204}, ValCase{"Negative", "-35403.436", -35403.436},
+                    ValCase{"Plus", "+12.5", 12.5}, ValCase{"TrailingJunk", "12abc", 12}, ValCase{"NoNumber", "abc", 0},
+                    ValCase{"Weight", "0.2242", 0.2242}, ValCase{"LeadingBlank", " 204", 204},
+                    ValCase{"LeadingTab", "\t-3.5", -3.5}, ValCase{"Exponent", "1.5E+3", 1500},
+                    ValCase{"SmallExponent", "25e-1", 2.5}, ValCase{"ExponentWithoutDigits", "12e", 12},
+                    ValCase{"ExponentSignOnly", "12e+x", 12}, ValCase{"Underflow", "1e-999", 0},
+                    ValCase{"Inf", "inf", 0}, ValCase{"Nan", "nan", 0}, ValCase{"Hex", "0x1A", 0},
+                    ValCase{"HexFloat", "0x1p3", 0}, ValCase{"DecimalComma", "204,5", 204},
+                    ValCase{"LeadingPoint", ".5", 0.5}, ValCase{"TrailingPoint", "5.", 5}, ValCase{"PointAlone", ".", 0},
+                    ValCase{"SignAlone", "-", 0}, ValCase{"DoubleSign", "--5", 0}, ValCase{"BlankAfterSign", "- 5", 0},
+                    ValCase{"ManyDigits", "0.1000000000000000055511151231257827", 0.1}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Val, OverflowGivesTheLargestFiniteDoubleWithItsSign) {
@@ -100,10 +92,6 @@ TEST(Val, ReadsBackWhatFormatPrinted) {
   for (double x : {0.00004, 0.00005, 0.00006, 0.2241761084, 99999.004, 99999.006, 403.4287934927}) {
     EXPECT_EQ(Val(Format(x, "0.0###")), std::round(x * 1e4) / 1e4) << x;
   }
-  EXPECT_LT(Val(Format(0.00004, "0.0###")), 0.0001);
-  EXPECT_FALSE(Val(Format(0.00006, "0.0###")) < 0.0001);
-  EXPECT_FALSE(Val(Format(99999.004, "#####0.0#")) > 99999.0);
-  EXPECT_GT(Val(Format(99999.006, "#####0.0#")), 99999.0);
 }
 
 }  // namespace

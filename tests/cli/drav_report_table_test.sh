@@ -28,10 +28,6 @@ check "standard input" "" "$(cmp "$tmp/from-file" "$tmp/from-stdin" 2>&1)"
 "$bin" table --format csv <(cat "$example") >"$tmp/from-pipe"
 check "pipe" "" "$(cmp "$tmp/from-file" "$tmp/from-pipe" 2>&1)"
 
-# The classic form is untouched by the subcommands.
-"$bin" 5 "$src/examples/five-models.txt" >"$tmp/classic"
-check "classic report" "$(tail -n +2 "$src/tests/golden/five-models.report")" "$(tail -n +2 "$tmp/classic")"
-
 run 1 "missing file" table "$tmp/no-such.csv"
 check_text "missing file message" "$tmp/err" "no-such.csv: No such file or directory"
 run 1 "folder" table "$tmp"

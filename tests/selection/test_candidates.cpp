@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <functional>
 
 #include "selection/errors.hpp"
 #include "tests/selection/memory_input.hpp"
@@ -12,7 +12,11 @@
 namespace drav::selection {
 namespace {
 
-CandidateTable Load(const std::string& text, const LoadOptions& options = {}) {
+using Options = std::function<void(LoadOptions&)>;
+
+CandidateTable Load(const std::string& text, const Options& set = nullptr) {
+  LoadOptions options;
+  if (set) set(options);
   auto file = testing_support::MemoryInput(text);
   DelimitedReader reader(file.get(), "d.csv");
   return LoadCandidates(reader, options);
@@ -21,17 +25,15 @@ CandidateTable Load(const std::string& text, const LoadOptions& options = {}) {
 struct Choice {
   const char* name;
   std::string text;
-  std::optional<Criterion> asked;
   Criterion chosen;
   double firstValue;
+  Options options = nullptr;
 };
 
 class CriterionChoice : public ::testing::TestWithParam<Choice> {};
 
 TEST_P(CriterionChoice, TakesColumnOrComputes) {
-  LoadOptions options;
-  options.criterion = GetParam().asked;
-  const CandidateTable table = Load(GetParam().text, options);
+  const CandidateTable table = Load(GetParam().text, GetParam().options);
   EXPECT_EQ(table.criterion, GetParam().chosen);
   EXPECT_DOUBLE_EQ(table.models[0].value, GetParam().firstValue);
 }
@@ -40,29 +42,35 @@ INSTANTIATE_TEST_SUITE_P(
     Files, CriterionChoice,
     ::testing::Values(
         // The first criterion column wins over computing, even with n given.
-        Choice{"FirstColumn", "model,BIC,AIC,loglik,k,n\na,7,9,-10,2,10\n", {}, Criterion::BIC, 7},
-        // No criterion column, n given: AICc = 20 + 4 + 12/7.
-        Choice{"AiccWhenN", "Modnames,LL,K,nobs\na,-10,2,10\n", {}, Criterion::AICc, 24 + 12.0 / 7},
-        // No n: AIC = 20 + 4.
-        Choice{"AicOtherwise", "name,logLik,df\na,-10,2\n", {}, Criterion::AIC, 24},
-        // Asked for BIC with an AIC column only: computed, 20 + 2 ln 100.
-        Choice{"AskedAndComputed", "model,aic,ll,npar,n\na,1,-10,2,100\n", Criterion::BIC, Criterion::BIC,
-               29.210340371976184},
+        Choice{"FirstColumn", "model,BIC,AIC,loglik,k,n\na,7,9,-10,2,10\n", Criterion::BIC, 7},
+        // No criterion column, n given: AICc = -2(-10) + 2*2 + 2*2*3/(10-2-1) = 24 + 12/7.
+        Choice{"AiccWhenN", "Modnames,LL,K,nobs\na,-10,2,10\n", Criterion::AICc, 24 + 12.0 / 7},
+        // No n: AIC = -2(-10) + 2*2 = 24.
+        Choice{"AicOtherwise", "name,logLik,df\na,-10,2\n", Criterion::AIC, 24},
+        // Asked for BIC with an AIC column only: computed, 20 + 2 ln 100 = 20 + 4 ln 10.
+        Choice{"AskedAndComputed", "model,aic,ll,npar,n\na,1,-10,2,100\n", Criterion::BIC, 29.210340371976184,
+               [](LoadOptions& o) { o.criterion = Criterion::BIC; }},
+        // Asked for QAIC with c = 2: -2(-1)/2 + 2*2.
+        Choice{"QaicWithItsFactor", "model,loglik,k\na,-1,2\n", Criterion::QAIC, 5,
+               [](LoadOptions& o) { o.criterion = Criterion::QAIC; o.chat = 2; }},
+        // k is shown but not needed when AIC has its column.
+        Choice{"UnneededCellMayBeNA", "model,AIC,k\na,10,NA\n", Criterion::AIC, 10},
         // European spreadsheets: semicolons and decimal commas.
-        Choice{"DecimalComma", "model;AICc\na;101,5\n", {}, Criterion::AICc, 101.5}),
+        Choice{"DecimalComma", "model;AICc\na;101,5\n", Criterion::AICc, 101.5}),
     [](const auto& info) { return info.param.name; });
 
 struct Refusal {
   const char* name;
   std::string text;
   std::string message;
+  Options options = nullptr;
 };
 
 class BadData : public ::testing::TestWithParam<Refusal> {};
 
 TEST_P(BadData, IsRefusedWithItsPlace) {
   try {
-    Load(GetParam().text);
+    Load(GetParam().text, GetParam().options);
     FAIL() << "accepted";
   } catch (const DataError& error) {
     EXPECT_EQ(error.what(), GetParam().message);
@@ -84,44 +92,32 @@ INSTANTIATE_TEST_SUITE_P(
         // -2 * -1e308 overflows.
         Refusal{"CriterionOverflows", "model,loglik,k\na,-1e308,2\n",
                 "d.csv:2: AIC computed from this line is not a finite number"},
-        Refusal{"NothingToComputeFrom", "model,loglik\na,-1\n", "d.csv: no column aic, nor loglik and k to compute AIC from"},
+        Refusal{"NothingToComputeFrom", "model,loglik\na,-1\n",
+                "d.csv: no column aic, nor loglik and k to compute AIC from"},
         Refusal{"TooManyFields", "model,AIC\na,1,2,3\n", "d.csv:2: 4 fields where the header has 2"},
-        Refusal{"HeaderOnly", "model,AIC\n", "d.csv: a header line but no models"}),
+        Refusal{"HeaderOnly", "model,AIC\n", "d.csv: a header line but no models"},
+        // An endless input stops at the limit, not with the memory gone.
+        Refusal{"MoreModelsThanTheLimit", "model,AIC\na,1\nb,2\nc,3\n",
+                "d.csv:4: more than 2 models; a table holds no more", [](LoadOptions& o) { o.maxModels = 2; }}),
     [](const auto& info) { return info.param.name; });
 
-TEST(Candidates, CellsNotNeededMayBeMissing) {
-  // k is shown but not needed when AIC has its column.
-  const CandidateTable table = Load("model,AIC,k\na,10,NA\n");
-  EXPECT_TRUE(std::isnan(table.models[0].k));
-}
-
-TEST(Candidates, EndlessInputStopsAtTheModelLimit) {
-  LoadOptions options;
-  options.maxModels = 2;
-  EXPECT_EQ(Load("model,AIC\na,1\nb,2\n", options).models.size(), 2u);
-  try {
-    Load("model,AIC\na,1\nb,2\nc,3\n", options);
-    FAIL() << "a third model was taken";
-  } catch (const DataError& error) {
-    EXPECT_STREQ(error.what(), "d.csv:4: more than 2 models; a table holds no more");
-  }
+TEST(Criterion, NamesReadBack) {
+  for (Criterion c : {Criterion::AIC, Criterion::AICc, Criterion::BIC, Criterion::QAIC})
+    EXPECT_EQ(CriterionNamed(Name(c)), c);
+  EXPECT_FALSE(CriterionNamed("dic"));
 }
 
 TEST(Candidates, QaicWithoutFactorIsUsage) {
-  LoadOptions options;
-  options.criterion = Criterion::QAIC;
-  EXPECT_THROW(Load("model,loglik,k\na,-1,2\n", options), UsageError);
-  options.chat = 2;
-  EXPECT_DOUBLE_EQ(Load("model,loglik,k\na,-1,2\n", options).models[0].value, 1 + 4);
+  EXPECT_THROW(Load("model,loglik,k\na,-1,2\n", [](LoadOptions& o) { o.criterion = Criterion::QAIC; }), UsageError);
 }
 
 TEST(Candidates, RowNamesAndSets) {
   // write.table without a header name for the row names; a --by column.
-  LoadOptions options;
-  options.byColumn = "SITE";
-  const CandidateTable table = Load("site,AIC\nm1,north,3\nm2,south,1\nm3,north,2\n", options);
+  const CandidateTable table =
+      Load("site,AIC\nm1,north,3\nm2,south,1\nm3,north,2\n", [](LoadOptions& o) { o.byColumn = "SITE"; });
   ASSERT_EQ(table.sets, (std::vector<std::string>{"north", "south"}));
   EXPECT_EQ(table.byName, "site");
+  ASSERT_EQ(table.models.size(), 3u);
   EXPECT_EQ(table.models[1].model, "m2");
   EXPECT_EQ(table.models[1].set, 1u);
   EXPECT_EQ(table.models[2].set, 0u);
@@ -129,15 +125,13 @@ TEST(Candidates, RowNamesAndSets) {
 
 TEST(Candidates, WarnsOfDifferentNAndRepeatedNames) {
   const CandidateTable table = Load("model,loglik,k,n\na,-1,1,30\nb,-1,1,30\na,-1,1,31\nb,-2,1,30\n");
-  ASSERT_EQ(table.warnings.size(), 2u);
-  EXPECT_EQ(table.warnings[0],
-            "the models were fitted to different numbers of observations (n = 30 on line 2, n = 31 on line 4); "
-            "their criteria are not comparable");
-  EXPECT_EQ(table.warnings[1], "the model name 'a' is given twice (lines 2 and 4), and 1 more names are repeated");
+  EXPECT_EQ(table.warnings,
+            (std::vector<std::string>{
+                "the models were fitted to different numbers of observations (n = 30 on line 2, n = 31 on line 4); "
+                "their criteria are not comparable",
+                "the model name 'a' is given twice (lines 2 and 4), and 1 more names are repeated"}));
   // The same name in two sets is no repeat.
-  LoadOptions options;
-  options.byColumn = "s";
-  EXPECT_TRUE(Load("model,s,AIC\na,1,1\na,2,1\n", options).warnings.empty());
+  EXPECT_TRUE(Load("model,s,AIC\na,1,1\na,2,1\n", [](LoadOptions& o) { o.byColumn = "s"; }).warnings.empty());
 }
 
 }  // namespace
