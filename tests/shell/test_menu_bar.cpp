@@ -89,15 +89,6 @@ class MenuBarTest : public QObject {
     QTEST(QApplication::clipboard()->text(), "clipboardAfter");
   }
 
-  // An item is live where the window has a handler for it or the item has
-  // an action of its own, as Quit does.
-  void windowMenuOffersOnlyWhatTheWindowHandles() {
-    QCOMPARE(EnabledItems(OpenMenuByMouse(*w, "Window")), QStringList{"Information"});
-    ChooseByMouse("Information");
-    QCOMPARE(w->infoChosen, 1);
-    QVERIFY(EnabledItems(OpenMenuByMouse(*w, "File")).contains("Quit"));
-  }
-
   // A read-only control offers only what leaves its text alone, whatever
   // it has to undo and the clipboard holds.
   void readOnlyAreaOffersOnlyCopyAndSelectAll() {
@@ -107,16 +98,6 @@ class MenuBarTest : public QObject {
     Press(Qt::Key_A, Qt::ControlModifier);
     QApplication::clipboard()->setText("x");
     QCOMPARE(EnabledItems(OpenMenuByMouse(*w, "Edit")), (QStringList{"Copy", "Select All"}));
-  }
-
-  void editItemsWorkOnTheArea() {
-    w->area().SetText("abc");
-    QTest::mouseClick(w->area().Edit()->viewport(), Qt::LeftButton);
-    OpenMenuByKey(Qt::Key_E);
-    ChooseInMenu(Qt::Key_A);
-    OpenMenuByKey(Qt::Key_E);
-    ChooseInMenu(Qt::Key_D);
-    QCOMPARE(w->area().Text(), std::string());
   }
 };
 

@@ -26,7 +26,7 @@ class TestWnd : public Window {
   // What the handlers saw, and what they answer.
   std::vector<std::string> fieldKeys;
   std::function<bool()> onKey = [] { return false; };
-  int fieldOpens = 0, closes = 0, infoChosen = 0;
+  int fieldOpens = 0, closes = 0;
   std::function<bool()> onPress = [] { return false; };
 
  protected:
@@ -55,12 +55,6 @@ class TestWnd : public Window {
     AddControl("button", button);
     SetProperties(*button, At(10, 200, 100, 40).Text("Caption", "Press").Boolean("TabStop", false).Bytes());
     button->MouseDown = [this](std::int64_t, std::int64_t) { return onPress(); };
-  }
-  void AddMenuHandlers() override {
-    AddMenuHandler("InfoItem", [this] {
-      ++infoChosen;
-      return true;
-    });
   }
   void Event_Close() override {
     ++closes;

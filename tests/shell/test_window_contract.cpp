@@ -1,6 +1,4 @@
 #include <QApplication>
-#include <QMessageBox>
-#include <QTimer>
 #include <QtTest>
 #include <cerrno>
 
@@ -49,9 +47,8 @@ class WindowContractTest : public QObject {
   }
 
   // MouseDown runs at the left button's press, before any release; its
-  // True keeps the press from the toolkit, so no click follows. A modal
-  // alert inside the handler takes the release: the button must not stay
-  // drawn down.
+  // True keeps the press from the toolkit, so no click follows. (A modal
+  // alert inside the handler is the windows' fault tests' to press.)
   void buttonPress_data() {
     QTest::addColumn<int>("mouseButton");
     QTest::addColumn<QString>("handler");
@@ -59,7 +56,6 @@ class WindowContractTest : public QObject {
     QTest::addColumn<bool>("clicked");
     QTest::newRow("left, goes on") << int(Qt::LeftButton) << "false" << 1 << true;
     QTest::newRow("left, consumed") << int(Qt::LeftButton) << "true" << 1 << false;
-    QTest::newRow("left, alert inside") << int(Qt::LeftButton) << "alert" << 1 << false;
     QTest::newRow("right") << int(Qt::RightButton) << "false" << 0 << false;
     QTest::newRow("middle") << int(Qt::MiddleButton) << "false" << 0 << false;
   }
@@ -74,17 +70,10 @@ class WindowContractTest : public QObject {
     connect(w.button().Button(), &QPushButton::clicked, this, [&] { wasClicked = true; });
     w.onPress = [&] {
       ++seen;
-      if (handler == "alert") {
-        QTimer::singleShot(0, [] {
-          if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
-        });
-        QMessageBox::information(nullptr, "Drav", "inside the press");
-      }
       return handler == "true";
     };
     QTest::mousePress(w.button().Button(), Qt::MouseButton(mouseButton));
     QCOMPARE(seen, presses);
-    if (handler == "alert") QVERIFY(!w.button().Button()->isDown());
     QTest::mouseRelease(w.button().Button(), Qt::MouseButton(mouseButton));
     QCOMPARE(wasClicked, clicked);
     w.close();

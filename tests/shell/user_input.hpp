@@ -26,14 +26,20 @@ inline void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 
 inline QMenu* OpenPopup() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
-// A click on the menu's title in the bar, as drawn: "Edit", "File", "Window".
-inline QMenu* OpenMenuByMouse(QMainWindow& window, const QString& title) {
-  QMenuBar* bar = window.menuBar();
-  for (QAction* menu : bar->actions()) {
-    if (menu->text().remove(QLatin1Char('&')) == title) {
-      QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu).center());
+// Clicks the action that shows this text, as drawn without its access mark.
+template <typename MenuOrBar>
+void ClickShown(MenuOrBar* where, const QString& text) {
+  for (QAction* action : where->actions()) {
+    if (action->text().remove(QLatin1Char('&')) == text) {
+      QTest::mouseClick(where, Qt::LeftButton, {}, where->actionGeometry(action).center());
+      return;
     }
   }
+}
+
+// A click on the menu's title in the bar: "Edit", "File", "Window".
+inline QMenu* OpenMenuByMouse(QMainWindow& window, const QString& title) {
+  ClickShown(window.menuBar(), title);
   return OpenPopup();
 }
 
@@ -60,14 +66,7 @@ inline void ChooseInMenu(Qt::Key accessKey) {
 
 // Clicks the item of the open menu that shows this text.
 inline void ChooseByMouse(const QString& text) {
-  QMenu* menu = OpenPopup();
-  if (menu == nullptr) return;
-  for (QAction* item : menu->actions()) {
-    if (item->text().remove(QLatin1Char('&')) == text) {
-      QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(item).center());
-      return;
-    }
-  }
+  if (QMenu* menu = OpenPopup()) ClickShown(menu, text);
 }
 
 }  // namespace drav::testing_support
