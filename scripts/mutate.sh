@@ -2,7 +2,7 @@
 # Mutation check: applies each mutant of mutation/mutants.tsv, one at a time,
 # to a scratch copy of the committed tree, rebuilds incrementally, runs the
 # suite and counts the mutant killed when a test fails. Prints the score and
-# the survivors. Not part of CI: a run takes about a minute per mutant.
+# the survivors. Not part of CI: a mutant takes about twenty seconds.
 #   scripts/mutate.sh [PATTERN]     only mutants whose line matches PATTERN
 # A mutant line is: file <TAB> text as it stands <TAB> text after the edit.
 # "\n", "\t" and "\\" stand for a line end, a tab and a backslash. The
