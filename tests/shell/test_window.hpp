@@ -56,13 +56,7 @@ class TestWnd : public Window {
     SetProperties(*button, At(10, 200, 100, 40).Text("Caption", "Press").Boolean("TabStop", false).Bytes());
     button->MouseDown = [this](std::int64_t, std::int64_t) { return onPress(); };
   }
-  void Event_Close() override {
-    ++closes;
-    if (quitOnClose) Quit(0);
-  }
-
- public:
-  bool quitOnClose = false;
+  void Event_Close() override { ++closes; }
 };
 
 }  // namespace drav::testing_support
