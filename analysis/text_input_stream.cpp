@@ -118,7 +118,7 @@ bool TextInputStream::Fill() {
   if (source_ == Source::Utf8) {
     buffer_.append(raw);
   } else {
-    DecodeUtf16(raw, atEnd_);
+    utf16_->Decode(raw, atEnd_, buffer_);
   }
   return buffer_.size() > before;
 }
@@ -130,42 +130,13 @@ void TextInputStream::DetectSource(std::string_view& raw) {
   } else if (StartsWith(raw, "\xFF\xFE")) {
     raw.remove_prefix(2);
     source_ = Source::Utf16LE;
+    utf16_.emplace(false);
   } else if (StartsWith(raw, "\xFE\xFF")) {
     raw.remove_prefix(2);
     source_ = Source::Utf16BE;
+    utf16_.emplace(true);
   } else {
     source_ = Source::Utf8;
-  }
-}
-
-void TextInputStream::DecodeUtf16(std::string_view raw, bool atEnd) {
-  std::string bytes = carry_;
-  bytes.append(raw);
-  std::size_t i = 0;
-  for (; i + 1 < bytes.size(); i += 2) {
-    const auto b0 = static_cast<unsigned char>(bytes[i]);
-    const auto b1 = static_cast<unsigned char>(bytes[i + 1]);
-    const char32_t unit = source_ == Source::Utf16LE ? char32_t(b0 | (b1 << 8)) : char32_t((b0 << 8) | b1);
-    if (highSurrogate_ != 0) {
-      if (unit >= 0xDC00 && unit <= 0xDFFF) {
-        utf8::Append(buffer_, 0x10000 + ((highSurrogate_ - 0xD800) << 10) + (unit - 0xDC00));
-        highSurrogate_ = 0;
-        continue;
-      }
-      utf8::Append(buffer_, 0xFFFD);
-      highSurrogate_ = 0;
-    }
-    if (unit >= 0xD800 && unit <= 0xDBFF) {
-      highSurrogate_ = unit;
-    } else {
-      utf8::Append(buffer_, unit);  // a lone low surrogate becomes U+FFFD
-    }
-  }
-  carry_.assign(bytes, i);
-  if (atEnd) {
-    if (highSurrogate_ != 0 || !carry_.empty()) utf8::Append(buffer_, 0xFFFD);
-    highSurrogate_ = 0;
-    carry_.clear();
   }
 }
 

@@ -3,10 +3,12 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "analysis/folder_item.hpp"
+#include "analysis/utf16_decoder.hpp"
 
 namespace drav {
 
@@ -70,7 +72,6 @@ class TextInputStream {
   TextInputStream(std::FILE* file, std::string path) : file_(file), path_(std::move(path)) {}
   bool Fill();
   void DetectSource(std::string_view& raw);
-  void DecodeUtf16(std::string_view raw, bool atEnd);
   std::string Finish(std::string line) const;
 
   std::unique_ptr<std::FILE, FileCloser> file_;
@@ -80,9 +81,8 @@ class TextInputStream {
   std::unique_ptr<char[]> raw_;  // bytes as read from the file
   std::string buffer_;       // bytes ready to be split into lines
   std::size_t position_ = 0;  // next unread byte of buffer_
-  std::string carry_;        // an odd UTF-16 byte waiting for its partner
+  std::optional<Utf16Decoder> utf16_;  // for a file that opens with a UTF-16 byte-order mark
   std::uint64_t consumed_ = 0;  // bytes read from the file so far
-  char32_t highSurrogate_ = 0;
   bool atEnd_ = false;
 };
 

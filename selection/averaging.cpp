@@ -3,7 +3,6 @@
 #include <cmath>
 #include <vector>
 
-#include "selection/errors.hpp"
 #include "selection/normal_quantile.hpp"
 
 namespace drav::selection {
@@ -28,8 +27,8 @@ AveragedEstimate Average(const CandidateTable& table, const RankedSet& set, doub
     bestDelta = std::fmin(bestDelta, m.delta);
   }
   if (terms.empty()) {
-    const std::string which = table.sets.size() > 1 ? "set '" + table.sets[set.set] + "'" : "the set";
-    throw DataError("no model of " + which + " has an estimate to average");
+    result.estimate = result.se = result.lower = result.upper = kNotGiven;
+    return result;
   }
   double sum = 0;
   for (Term& t : terms) {

@@ -20,8 +20,8 @@ struct AveragedEstimate {
 };
 
 // Averages over the models that have the parameter (estimate not NaN), with
-// their weights renormalised to sum to 1 over them. Throws DataError when no
-// model of the set has it.
+// their weights renormalised to sum to 1 over them. When no model of the set
+// has it, `models` is 0 and the numbers are NaN.
 AveragedEstimate Average(const CandidateTable& table, const RankedSet& set, double level);
 
 }  // namespace drav::selection

@@ -1,12 +1,14 @@
 #include "selection/candidates.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string_view>
 #include <unordered_map>
 
 #include "analysis/utf8.hpp"
 #include "selection/column_roles.hpp"
+#include "selection/decimal_mark.hpp"
 #include "selection/errors.hpp"
 #include "selection/number_text.hpp"
 
@@ -20,17 +22,51 @@ std::string Quoted(std::string_view text) {
   return quoted;
 }
 
+bool IsBlank(std::string_view cell) {
+  return cell.find_first_not_of(" \t") == std::string_view::npos;
+}
+
 std::string Shown(double number) {
   std::string text;
   AppendShortest(text, number);
   return text;
 }
 
+// The first line on which a criterion column disagrees with the criterion
+// computed from logLik and K, and how many lines do.
+struct Disagreement {
+  std::int64_t line = 0;
+  double given = 0;
+  double impliedK = 0;
+  double k = 0;
+  std::size_t lines = 0;
+};
+
+// The K at which the criterion computed from logLik (and n) equals `given`:
+// AIC = -2 logLik + 2K, BIC = -2 logLik + K ln n, and AICc, whose
+// D = AICc + 2 logLik = 2Kn / (n - K - 1), solved for K.
+double ImpliedK(Criterion criterion, double given, double logLik, double n) {
+  const double d = given + 2 * logLik;
+  switch (criterion) {
+    case Criterion::AIC: return d / 2;
+    case Criterion::AICc: return d * (n - 1) / (2 * n + d);
+    case Criterion::BIC: return d / std::log(n);
+    case Criterion::QAIC: break;
+  }
+  return kNotGiven;
+}
+
 // How each record becomes a candidate, settled once from the header.
 class RowReader {
  public:
-  RowReader(const DelimitedReader& reader, std::vector<std::string> header, const LoadOptions& options)
-      : reader_(reader), header_(std::move(header)), roles_(FindRoles(header_)) {
+  RowReader(const DelimitedReader& reader, std::vector<std::string> header, bool rowNames,
+            const LoadOptions& options)
+      : reader_(reader),
+        header_(std::move(header)),
+        rowNames_(rowNames),
+        roles_(FindRoles(header_)),
+        decimal_(reader.Separator(), options.decimal) {
+    if (!options.modelColumn.empty()) roles_.model = Required(options.modelColumn);
     ChooseCriterion(options);
     if (!options.byColumn.empty()) by_ = Required(options.byColumn);
     if (!options.estimateColumn.empty()) {
@@ -41,12 +77,15 @@ class RowReader {
 
   Criterion Chosen() const { return criterion_; }
   std::string ByName() const { return by_ ? header_[*by_] : std::string(); }
+  bool Numbered() const { return !roles_.model && !roles_.rowName; }
+  std::vector<std::string>& Notes() { return notes_; }
 
   Candidate Read(std::span<const std::string_view> fields, std::size_t ordinal) {
     fields_ = fields;
-    if (fields.size() > header_.size()) {
+    if (fields.size() > header_.size() || (rowNames_ && fields.size() != header_.size())) {
       throw DataError(Where() + std::to_string(fields.size()) + " fields where the header has " +
-                      std::to_string(header_.size()));
+                      std::to_string(header_.size() - rowNames_) +
+                      (rowNames_ ? " and the rows before it, as R writes row names, one more" : ""));
     }
     Candidate c;
     c.line = reader_.Line();
@@ -56,6 +95,8 @@ class RowReader {
     if (roles_.logLik) c.logLik = computed_ ? Number(*roles_.logLik) : Optional(*roles_.logLik);
     if (roles_.k) c.k = computed_ ? Number(*roles_.k) : Optional(*roles_.k);
     if (roles_.n) c.n = computed_ && NeedsN(criterion_) ? Number(*roles_.n) : Optional(*roles_.n);
+    RefuseImpossible(roles_.k, c.k < 0, "K, the number of estimated parameters, cannot be negative");
+    RefuseImpossible(roles_.n, c.n <= 0, "the number of observations must be positive");
     if (computed_) {
       CheckSample(c);
       c.value = Compute(criterion_, {c.logLik, c.k, c.n, chat_});
@@ -67,11 +108,29 @@ class RowReader {
     } else {
       c.value = Number(*roles_.criterion[static_cast<std::size_t>(criterion_)]);
     }
+    CompareCriteria(c);
     if (estimate_ && !IsMissing(Cell(*estimate_))) {
       c.estimate = Number(*estimate_);
       c.se = Number(*se_);
+      RefuseImpossible(se_, c.se < 0, "a standard error cannot be negative");
     }
     return c;
+  }
+
+  // Warnings of criterion columns that disagree with logLik and K.
+  void WarnOfDisagreement(std::vector<std::string>& warnings) const {
+    for (Criterion c : {Criterion::AIC, Criterion::AICc, Criterion::BIC}) {
+      const Disagreement& d = disagreements_[static_cast<std::size_t>(c)];
+      if (d.lines == 0) continue;
+      const std::string column = Quoted(header_[*roles_.criterion[static_cast<std::size_t>(c)]]);
+      std::string warning = "column " + column + " on line " + std::to_string(d.line) + " gives " + Shown(d.given) +
+                            ", which implies K = " + Shown(std::round(d.impliedK * 100) / 100) + ", but column " +
+                            Quoted(header_[*roles_.k]) + " gives " + Shown(d.k) + "; " + std::string(Title(c)) +
+                            " = " + Formula(c);
+      if (d.lines > 1) warning += "; " + std::to_string(d.lines - 1) + " more lines disagree";
+      warning += ". Is " + Quoted(header_[*roles_.k]) + " the number of estimated parameters?";
+      warnings.push_back(std::move(warning));
+    }
   }
 
   std::string_view Cell(std::size_t column) const {
@@ -80,6 +139,16 @@ class RowReader {
   std::optional<std::size_t> By() const { return by_; }
 
  private:
+  static std::string Formula(Criterion c) {
+    switch (c) {
+      case Criterion::AIC: return "-2 logLik + 2K";
+      case Criterion::AICc: return "-2 logLik + 2K + 2K(K+1)/(n-K-1)";
+      case Criterion::BIC: return "-2 logLik + K ln n";
+      case Criterion::QAIC: break;
+    }
+    return {};
+  }
+
   void ChooseCriterion(const LoadOptions& options) {
     const auto column = [&](Criterion c) { return roles_.criterion[static_cast<std::size_t>(c)]; };
     if (options.criterion) {
@@ -90,8 +159,16 @@ class RowReader {
       criterion_ = roles_.n && roles_.logLik && roles_.k ? Criterion::AICc : Criterion::AIC;
     }
     computed_ = !column(criterion_);
-    if (!computed_) return;
     const std::string title(Title(criterion_));
+    if (options.chat && criterion_ != Criterion::QAIC) {
+      throw UsageError("--chat is the overdispersion factor of QAIC, but the table is ranked by " + title +
+                       "; add --criterion qaic");
+    }
+    if (options.chat && !computed_) {
+      throw UsageError("--chat would change nothing: QAIC is read from column " + Quoted(header_[*column(criterion_)]) +
+                       " as the file gives it; leave out --chat");
+    }
+    if (!computed_) return;
     const std::string needs = NeedsN(criterion_) ? "loglik, k and n" : "loglik and k";
     if (!roles_.logLik || !roles_.k || (NeedsN(criterion_) && !roles_.n)) {
       throw DataError(reader_.Name() + ": no column " + std::string(Name(criterion_)) + ", nor " + needs +
@@ -100,6 +177,12 @@ class RowReader {
     if (criterion_ == Criterion::QAIC) {
       if (!options.chat) throw UsageError("QAIC computed from the log-likelihood needs --chat");
       chat_ = *options.chat;
+      if (chat_ < 1) {
+        // Below 1 the data vary less than the model expects; the peers in R
+        // take 1 then rather than reward the model for it.
+        notes_.push_back("--chat " + Shown(chat_) + " is below 1 and is taken as 1 (no overdispersion)");
+        chat_ = 1;
+      }
     }
   }
 
@@ -111,35 +194,58 @@ class RowReader {
 
   std::string Where() const { return reader_.Name() + ":" + std::to_string(reader_.Line()) + ": "; }
 
-  double Number(std::size_t column) const {
+  double Number(std::size_t column) {
     const std::string_view cell = Cell(column);
-    if (const auto value = ParseNumber(cell, reader_.DecimalComma())) return *value;
+    if (const auto value = decimal_.Read(cell, reader_.Line())) return *value;
     const std::string shown = cell.empty() ? "an empty cell" : Quoted(cell.substr(0, 40));
-    throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " + shown + ", not a number");
+    const std::string why = decimal_.WhyRefused(cell);
+    throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " + shown + ", not a number" +
+                    (why.empty() ? "" : "; " + why));
   }
 
-  double Optional(std::size_t column) const {
-    return ParseNumber(Cell(column), reader_.DecimalComma()).value_or(kNotGiven);
+  double Optional(std::size_t column) { return decimal_.Read(Cell(column), reader_.Line()).value_or(kNotGiven); }
+
+  void RefuseImpossible(std::optional<std::size_t> column, bool impossible, const std::string& why) const {
+    if (!impossible) return;
+    throw DataError(Where() + "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " + why);
   }
 
   void CheckSample(const Candidate& c) const {
-    if (NeedsN(criterion_) && !(c.n > 0)) {
-      throw DataError(Where() + "n = " + Shown(c.n) + "; " + std::string(Title(criterion_)) +
-                      " needs a positive number of observations");
-    }
     if (criterion_ == Criterion::AICc && !(c.n > c.k + 1)) {
       throw DataError(Where() + "AICc needs n > K + 1, and here n = " + Shown(c.n) + " with K = " + Shown(c.k));
     }
   }
 
+  // A criterion column and logLik with K must agree: a K that is not the
+  // number of estimated parameters (broom's glance() writes such a df)
+  // would otherwise give a wrong AICc without a word. Half a unit allows
+  // for criteria rounded in the file; a K off by one differs by 2 or more.
+  void CompareCriteria(const Candidate& c) {
+    if (std::isnan(c.logLik) || std::isnan(c.k)) return;
+    for (Criterion criterion : {Criterion::AIC, Criterion::AICc, Criterion::BIC}) {
+      const auto column = roles_.criterion[static_cast<std::size_t>(criterion)];
+      if (!column || (NeedsN(criterion) && std::isnan(c.n))) continue;
+      if (criterion == Criterion::AICc && !(c.n > c.k + 1)) continue;
+      const double given = criterion == criterion_ && !computed_ ? c.value : Optional(*column);
+      const double computed = Compute(criterion, {c.logLik, c.k, c.n, 1});
+      if (!(std::fabs(given - computed) > 0.5 + 1e-9 * std::fabs(given))) continue;
+      Disagreement& d = disagreements_[static_cast<std::size_t>(criterion)];
+      if (d.lines++ == 0) d = {reader_.Line(), given, ImpliedK(criterion, given, c.logLik, c.n), c.k, 1};
+    }
+  }
+
   const DelimitedReader& reader_;
   std::vector<std::string> header_;
+  bool rowNames_;
   ColumnRoles roles_;
+  DecimalMark decimal_;
   Criterion criterion_ = Criterion::AIC;
   bool computed_ = false;
   double chat_ = 1;
   std::optional<std::size_t> by_, estimate_, se_;
   std::span<const std::string_view> fields_;
+  std::array<Disagreement, 4> disagreements_{};
+  std::vector<std::string> notes_;
 };
 
 void WarnOfDifferentN(CandidateTable& table) {
@@ -196,17 +302,28 @@ void WarnOfRepeatedNames(CandidateTable& table) {
 CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options) {
   CandidateTable table;
   if (!reader.Next()) throw DataError(reader.Name() + ": a header line but no models");
-  // write.table puts row names under no header name at all: its data rows
-  // hold one field more than the header.
+  // A first row one field longer than the header is one of two things.
+  // Ending in an empty field, it is a spreadsheet's trailing separator: an
+  // empty column without a name. Otherwise it is write.table's layout, with
+  // row names under no header name at all, and every row is so.
   std::vector<std::string> header = reader.Header();
-  if (reader.Fields().size() == header.size() + 1) header.insert(header.begin(), std::string());
-  RowReader rows(reader, std::move(header), options);
+  bool rowNames = false;
+  if (reader.Fields().size() == header.size() + 1) {
+    if (IsBlank(reader.Fields().back())) {
+      header.emplace_back();
+    } else {
+      header.insert(header.begin(), std::string());
+      rowNames = true;
+    }
+  }
+  RowReader rows(reader, std::move(header), rowNames, options);
   table.criterion = rows.Chosen();
   table.byName = rows.ByName();
 
   table.models.reserve(options.expectedModels);
   std::unordered_map<std::string, std::uint32_t> setIndex;
   if (!rows.By()) table.sets.emplace_back();
+  std::int64_t emptyByLine = 0;
   do {
     if (table.models.size() == options.maxModels) {
       throw DataError(reader.Name() + ":" + std::to_string(reader.Line()) + ": more than " +
@@ -215,6 +332,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
     Candidate c = rows.Read(reader.Fields(), table.models.size() + 1);
     if (rows.By()) {
       std::string value(rows.Cell(*rows.By()));
+      if (IsBlank(value) && emptyByLine == 0) emptyByLine = c.line;
       const auto [where, isNew] = setIndex.try_emplace(value, static_cast<std::uint32_t>(table.sets.size()));
       if (isNew) table.sets.push_back(std::move(value));
       c.set = where->second;
@@ -222,8 +340,19 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
     table.models.push_back(std::move(c));
   } while (reader.Next());
 
+  if (emptyByLine != 0) {
+    table.warnings.push_back("line " + std::to_string(emptyByLine) + " has no value in column " +
+                             Quoted(table.byName) + "; such models are a set of their own");
+  }
   WarnOfDifferentN(table);
   WarnOfRepeatedNames(table);
+  rows.WarnOfDisagreement(table.warnings);
+  if (!reader.Note().empty()) table.notes.push_back(reader.Note());
+  table.notes.insert(table.notes.end(), rows.Notes().begin(), rows.Notes().end());
+  if (rows.Numbered()) {
+    table.notes.push_back("no column names the models (model, name, modnames, formula, call; or --model COLUMN), "
+                          "so they are numbered 1, 2, ... in file order");
+  }
   return table;
 }
 

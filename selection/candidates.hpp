@@ -16,6 +16,8 @@ namespace drav::selection {
 struct LoadOptions {
   std::optional<Criterion> criterion;  // none: the first criterion column, else AICc with n, else AIC
   std::optional<double> chat;          // the overdispersion factor for a computed QAIC
+  std::string modelColumn;             // the column that names the models; empty: found by its name
+  char decimal = 0;                    // the decimal mark, ',' or '.'; 0: the file's cells decide
   std::string byColumn;                // the column that splits the rows into sets; empty for one set
   std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
   std::string seColumn;
@@ -45,14 +47,20 @@ struct CandidateTable {
   std::vector<std::string> sets;  // values of the --by column by first appearance; one "" without
   std::vector<Candidate> models;  // in file order
   // Things the reader should know that do not stop the table: models of one
-  // set fitted to different n, names given twice.
+  // set fitted to different n, names given twice, a criterion column that
+  // disagrees with logLik and K. --strict refuses the table for them.
   std::vector<std::string> warnings;
+  // What Drav decided where the file left it open, such as numbering models
+  // that have no names; said, but never a reason to refuse.
+  std::vector<std::string> notes;
 };
 
 // Reads every record. Throws DataError for a cell that is not a number in a
-// column the criterion needs (naming file:line and the column), for AICc
-// with n <= K + 1, for a missing column and for more than maxModels models; UsageError for a computed QAIC
-// without an overdispersion factor.
+// column the criterion needs (naming file:line and the column), for an
+// impossible value (K < 0, n <= 0, a negative SE), for AICc with n <= K + 1,
+// for a missing column and for more than maxModels models; UsageError for a
+// computed QAIC without an overdispersion factor and for an overdispersion
+// factor that would change nothing.
 CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options);
 
 }  // namespace drav::selection

@@ -34,7 +34,7 @@ ColumnRoles FindRoles(const std::vector<std::string>& header) {
   if (!header.empty() && Trimmed(header[0]).empty()) roles.rowName = 0;
   for (std::size_t i = 0; i < header.size(); ++i) {
     const std::string_view name = header[i];
-    if (Matches(name, {"model", "name", "modnames"})) Claim(roles.model, i);
+    if (Matches(name, {"model", "name", "modnames", "formula", "call"})) Claim(roles.model, i);
     if (Matches(name, {"loglik", "logl", "ll"})) Claim(roles.logLik, i);
     if (Matches(name, {"k", "df", "npar"})) Claim(roles.k, i);
     if (Matches(name, {"n", "nobs"})) Claim(roles.n, i);

@@ -1,7 +1,8 @@
 #pragma once
 // Which header column holds what. Names are matched without case and with
 // the spellings the statistics packages use: R's logLik, AICcmodavg's
-// Modnames and LL, MuMIn's df, Stata's ll and N.
+// Modnames and LL, MuMIn's df, Stata's ll and N, and formula or call where
+// a model is named by how it was fitted.
 #include <array>
 #include <optional>
 #include <string>

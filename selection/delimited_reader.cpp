@@ -4,18 +4,79 @@
 #include <cerrno>
 #include <cstring>
 
+#include "analysis/utf8.hpp"
 #include "selection/errors.hpp"
 
 namespace drav::selection {
 
-DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits limits)
+namespace {
+
+// The characters of Windows-1252 at 0x80 to 0x9F; the bytes it leaves
+// unused stand for the control characters of the same number, as browsers
+// read them. From 0xA0 on it is Latin-1, whose bytes are their code points.
+constexpr char16_t kWindows1252High[32] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char32_t Windows1252(unsigned char byte) {
+  return byte >= 0x80 && byte < 0xA0 ? char32_t{kWindows1252High[byte - 0x80]} : char32_t{byte};
+}
+
+void AppendWindows1252(std::string_view bytes, std::string& out) {
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      out += c;
+    } else {
+      utf8::Append(out, Windows1252(byte));
+    }
+  }
+}
+
+// The length of the UTF-8 sequence that `lead` starts; 0 for a byte that
+// starts none.
+std::size_t SequenceLength(unsigned char lead) {
+  if (lead >= 0xC2 && lead <= 0xDF) return 2;
+  if (lead >= 0xE0 && lead <= 0xEF) return 3;
+  if (lead >= 0xF0 && lead <= 0xF4) return 4;
+  return 0;
+}
+
+std::string Hex(unsigned char byte) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  return {kDigits[byte >> 4], kDigits[byte & 15]};
+}
+
+}  // namespace
+
+std::optional<InputEncoding> InputEncodingNamed(std::string_view name) {
+  if (name == "utf-8" || name == "UTF-8" || name == "utf8") return InputEncoding::Utf8;
+  if (name == "windows-1252" || name == "cp1252" || name == "Windows-1252") return InputEncoding::Windows1252;
+  return std::nullopt;
+}
+
+DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits limits, InputEncoding encoding)
     : file_(file), name_(std::move(name)), limits_(limits) {
   // The byte-order mark may come in more than one read.
-  while (buffer_.size() < 3 && !atEnd_) Refill();
+  while (buffer_.size() < 3 && !atEnd_) ReadChunk(buffer_);
   const std::string_view start(buffer_);
-  if (start.starts_with("\xEF\xBB\xBF")) position_ = 3;
   if (start.starts_with("\xFF\xFE") || start.starts_with("\xFE\xFF")) {
-    throw DataError(name_ + ": the text is UTF-16; save it as UTF-8 (or CSV UTF-8)");
+    decoding_ = Decoding::Utf16;
+    utf16_.emplace(start[0] == '\xFE');
+    raw_ = buffer_.substr(2);
+    buffer_.clear();
+    utf16_->Decode(raw_, atEnd_, buffer_);
+  } else if (encoding == InputEncoding::Windows1252) {
+    decoding_ = Decoding::Windows1252;
+    raw_.swap(buffer_);
+    AppendWindows1252(raw_, buffer_);
+  } else {
+    if (start.starts_with("\xEF\xBB\xBF")) position_ = checked_ = 3;
+    // A byte-order mark says UTF-8 as plainly as the option does.
+    strictUtf8_ = encoding == InputEncoding::Utf8 || position_ == 3;
+    decoding_ = strictUtf8_ ? Decoding::Utf8 : Decoding::Ascii;
+    Check();
   }
   std::size_t end = 0;
   std::size_t next = 0;
@@ -85,6 +146,7 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
         end = i;
         next = i + 1 + crlf;
         nextLine_ += 1;
+        RefuseInvalidBefore(next);
         return true;
       } else if (c == '\0') {
         throw DataError(name_ + ":" + std::to_string(nextLine_) + ": holds a NUL byte; this is not a text file");
@@ -99,6 +161,7 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
     if (atEnd_) {
       if (i == position_) return false;
       end = next = i;
+      RefuseInvalidBefore(next);
       return true;
     }
     const std::size_t scanned = i - position_;
@@ -107,23 +170,94 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
   }
 }
 
-// Appends the next chunk of input to the unread bytes. The bytes already
-// handed out are dropped first, so the buffer holds one record at most.
+// Appends the next chunk of input to the unread bytes, decoded. The bytes
+// already handed out are dropped first, so the buffer holds one record at
+// most.
 bool DelimitedReader::Refill() {
   if (position_ > 0) {
     buffer_.erase(0, position_);
+    checked_ -= std::min(checked_, position_);
+    if (invalidAt_ != std::string::npos) invalidAt_ -= position_;
     position_ = 0;
   }
-  const std::size_t old = buffer_.size();
-  buffer_.resize(old + limits_.chunkBytes);
-  const std::size_t got = std::fread(buffer_.data() + old, 1, limits_.chunkBytes, file_);
+  const std::size_t before = buffer_.size();
+  switch (decoding_) {
+    case Decoding::Utf16:
+      raw_.clear();
+      ReadChunk(raw_);
+      utf16_->Decode(raw_, atEnd_, buffer_);
+      break;
+    case Decoding::Windows1252:
+      raw_.clear();
+      ReadChunk(raw_);
+      AppendWindows1252(raw_, buffer_);
+      break;
+    case Decoding::Ascii:
+    case Decoding::Utf8:
+      ReadChunk(buffer_);
+      Check();
+      break;
+  }
+  return buffer_.size() > before;
+}
+
+void DelimitedReader::ReadChunk(std::string& into) {
+  const std::size_t old = into.size();
+  into.resize(old + limits_.chunkBytes);
+  const std::size_t got = std::fread(into.data() + old, 1, limits_.chunkBytes, file_);
   const int error = errno;
-  buffer_.resize(old + got);
+  into.resize(old + got);
   if (got < limits_.chunkBytes) {
     if (std::ferror(file_)) throw ReadError(name_, error);
     atEnd_ = true;
   }
-  return got > 0;
+}
+
+// Checks the bytes of the buffer behind checked_ as UTF-8. Of a character
+// that the last read cut off, the rest comes with the next. While the text
+// has been ASCII, a byte that starts no UTF-8 character makes the rest
+// Windows-1252; once it has held UTF-8, such a byte is kept in mind and
+// refused when its record is read.
+void DelimitedReader::Check() {
+  const std::string_view text(buffer_);
+  std::size_t i = checked_;
+  while (i < text.size()) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte < 0x80) {
+      ++i;
+      continue;
+    }
+    const std::size_t length = SequenceLength(byte);
+    if (length != 0 && i + length > text.size() && !atEnd_) break;
+    if (length != 0 && utf8::CharLength(text, i) == length) {
+      decoding_ = Decoding::Utf8;
+      i += length;
+      continue;
+    }
+    if (decoding_ == Decoding::Ascii) {
+      std::string rest(text.substr(i));
+      buffer_.resize(i);
+      AppendWindows1252(rest, buffer_);
+      decoding_ = Decoding::Windows1252;
+      std::string shown;
+      utf8::Append(shown, Windows1252(byte));
+      note_ = name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
+              "' (--encoding utf-8 refuses such a file)";
+      checked_ = buffer_.size();
+      return;
+    }
+    if (invalidAt_ == std::string::npos) invalidAt_ = i;
+    i = text.size();
+  }
+  checked_ = i;
+}
+
+void DelimitedReader::RefuseInvalidBefore(std::size_t next) const {
+  if (invalidAt_ >= next) return;
+  const auto byte = static_cast<unsigned char>(buffer_[invalidAt_]);
+  throw DataError(name_ + ":" + std::to_string(recordLine_) + ": byte " + Hex(byte) +
+                  " is not UTF-8, though the text before it is; --encoding windows-1252 reads the file as "
+                  "Windows-1252");
 }
 
 void DelimitedReader::Split(std::size_t begin, std::size_t end) {

@@ -3,15 +3,25 @@
 // Python's csv module, spreadsheets and Stata write it. The separator (comma,
 // tab or semicolon) is the one the header line uses most; quoting follows
 // RFC 4180, so a quoted field may hold separators, doubled quotes and line
-// ends. LF, CR LF and CR all end a line, and a UTF-8 byte-order mark is
-// dropped. Records are read one at a time, so memory follows the longest
-// record, not the file.
+// ends. LF, CR LF and CR all end a line. Records are read one at a time, so
+// memory follows the longest record, not the file.
+//
+// What comes out is UTF-8. A UTF-8 byte-order mark is dropped, and text that
+// opens with a UTF-16 one (Excel's "Unicode text") is decoded. Other text is
+// taken for UTF-8 until its first byte outside ASCII: when that byte starts
+// no valid UTF-8 character, the file is Windows-1252 (Excel's default on
+// Windows), and since everything before it was ASCII, reading it so from the
+// start would have given the same text.
 #include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "analysis/utf16_decoder.hpp"
 
 namespace drav::selection {
 
@@ -26,20 +36,27 @@ struct ReadLimits {
   std::size_t chunkBytes = std::size_t{1} << 20;
 };
 
+// How the bytes of a file without a UTF-16 byte-order mark are read.
+enum class InputEncoding {
+  Detect,       // UTF-8, or Windows-1252 when the first byte outside ASCII is not UTF-8
+  Utf8,         // UTF-8 only: a byte that is not is refused
+  Windows1252,  // every byte a character of Windows-1252
+};
+
+std::optional<InputEncoding> InputEncodingNamed(std::string_view name);
+
 class DelimitedReader {
  public:
   // Reads from a stream that stays open and stays the caller's (it may be
   // standard input). `name` stands for the input in messages. Reads the
   // header at once; an empty input is a DataError, a failed read a ReadError.
-  DelimitedReader(std::FILE* file, std::string name, ReadLimits limits = {});
+  DelimitedReader(std::FILE* file, std::string name, ReadLimits limits = {},
+                  InputEncoding encoding = InputEncoding::Detect);
 
   const std::string& Name() const { return name_; }
   // The header's fields, unquoted, in file order.
   const std::vector<std::string>& Header() const { return header_; }
   char Separator() const { return separator_; }
-  // With semicolons between fields a comma in a number is its decimal mark,
-  // as in the spreadsheets of most of Europe.
-  bool DecimalComma() const { return separator_ == ';'; }
 
   // Moves to the next record that is not blank; false at the end of input.
   bool Next();
@@ -48,16 +65,31 @@ class DelimitedReader {
   // The line (from 1) on which the current record starts.
   std::int64_t Line() const { return recordLine_; }
 
+  // What the reader decided about the text that the user should be told,
+  // such as reading it as Windows-1252; empty when there is nothing to say.
+  const std::string& Note() const { return note_; }
+
  private:
+  enum class Decoding { Ascii, Utf8, Windows1252, Utf16 };
+
   bool FindRecord(std::size_t& end, std::size_t& next);
   bool Refill();
+  void ReadChunk(std::string& into);
+  void Check();
+  void RefuseInvalidBefore(std::size_t next) const;
   void Split(std::size_t begin, std::size_t end);
 
   std::FILE* file_;
   std::string name_;
   ReadLimits limits_;
+  Decoding decoding_ = Decoding::Ascii;
+  bool strictUtf8_ = false;
+  std::optional<Utf16Decoder> utf16_;
+  std::string raw_;  // bytes as read, for the decodings that change them
   std::string buffer_;
   std::size_t position_ = 0;  // first byte of the record to read next
+  std::size_t checked_ = 0;   // bytes of buffer_ known to be valid text
+  std::size_t invalidAt_ = std::string::npos;  // the first byte of buffer_ that is not UTF-8
   bool atEnd_ = false;
   char separator_ = ',';
   std::vector<std::string> header_;
@@ -65,6 +97,7 @@ class DelimitedReader {
   std::vector<std::string_view> fields_;
   std::int64_t nextLine_ = 1;
   std::int64_t recordLine_ = 0;
+  std::string note_;
 };
 
 }  // namespace drav::selection

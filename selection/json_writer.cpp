@@ -81,10 +81,14 @@ void WriteSet(const OutputTable& table, const RowGroup& group, OutputBuffer& out
 
 void WriteJson(const OutputTable& table, OutputBuffer& out) {
   std::string& text = out.Text();
-  const bool list = !table.byKey.empty();
-  if (list) text += '[';
+  const bool sets = !table.byKey.empty();
+  if (sets) {
+    text += "{\"by\": ";
+    AppendString(text, table.byKey);
+    text += ", \"sets\": [";
+  }
   for (std::size_t g = 0; g < table.groups.size(); ++g) {
-    if (list) text += g == 0 ? "\n" : ",\n";
+    if (sets) text += g == 0 ? "\n" : ",\n";
     if (table.rowsKey.empty()) {
       for (std::size_t row = table.groups[g].begin; row < table.groups[g].end; ++row) {
         AppendRow(text, table, row, false);
@@ -94,7 +98,7 @@ void WriteJson(const OutputTable& table, OutputBuffer& out) {
     }
     out.Spill();
   }
-  if (list) text += "\n]";
+  if (sets) text += "\n]}";
   text += '\n';
   out.Flush();
 }

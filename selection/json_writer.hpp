@@ -1,7 +1,8 @@
 #pragma once
 // JSON for programs: numbers in full precision (shortest round-trip text),
 // infinities and missing values as null. One set is one object; with --by
-// the sets form a list, each object carrying its set's value.
+// the output is one object too, {"by": COLUMN, "sets": [...]}, each set's
+// object as it would stand alone, plus its value of the column.
 #include "selection/output_buffer.hpp"
 #include "selection/output_table.hpp"
 

@@ -1,12 +1,46 @@
 #include "selection/latex_writer.hpp"
 
+#include "analysis/utf8.hpp"
 #include "selection/readable_cell.hpp"
 
 namespace drav::selection {
 namespace {
 
+// Greek letters as math symbols, which every LaTeX has; in text they would
+// need a Greek font encoding. Capitals that look like Latin ones have no
+// symbol of their own. Indexed from U+0391; empty where no letter is.
+constexpr std::string_view kGreek[] = {
+    "A", "B", "\\Gamma", "\\Delta", "E", "Z", "H", "\\Theta", "I", "K", "\\Lambda", "M", "N", "\\Xi", "O",
+    "\\Pi", "P", "", "\\Sigma", "T", "\\Upsilon", "\\Phi", "X", "\\Psi", "\\Omega", "", "", "", "", "", "", "",
+    "\\alpha", "\\beta", "\\gamma", "\\delta", "\\epsilon", "\\zeta", "\\eta", "\\theta", "\\iota",
+    "\\kappa", "\\lambda", "\\mu", "\\nu", "\\xi", "o", "\\pi", "\\rho", "\\varsigma", "\\sigma",
+    "\\tau", "\\upsilon", "\\phi", "\\chi", "\\psi", "\\omega"};
+
+std::string_view GreekSymbol(char32_t c) {
+  if (c == 0xB5) return "\\mu";  // the micro sign
+  if (c < 0x391 || c > 0x3C9) return {};
+  return kGreek[c - 0x391];
+}
+
 void AppendEscaped(std::string& out, std::string_view text) {
-  for (char c : text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const char c = text[i];
+    if (static_cast<unsigned char>(c) >= 0x80) {
+      // Other letters, such as the accented ones of Latin-1 and Latin
+      // Extended-A, stay UTF-8: the T1 font encoding prints them.
+      const std::size_t length = utf8::CharLength(text, i);
+      const std::string_view symbol = GreekSymbol(utf8::Decode(text, i));
+      if (symbol.empty()) {
+        out.append(text.substr(i, length));
+      } else if (symbol.front() == '\\') {
+        out.append("\\ensuremath{").append(symbol).append("}");
+      } else {
+        out.append(symbol);
+      }
+      i += length;
+      continue;
+    }
+    ++i;
     switch (c) {
       case '\\': out += "\\textbackslash{}"; break;
       case '{': out += "\\{"; break;

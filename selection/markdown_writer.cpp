@@ -5,12 +5,17 @@
 namespace drav::selection {
 namespace {
 
-// A bar would end the cell and a line end the row; neither may pass.
+// A bar would end the cell and a line end the row; the other characters
+// that Markdown reads as markup (emphasis, code, links, raw HTML, entities,
+// strikethrough, the dollar of math) are escaped by a backslash, so that a
+// name such as wt*hp + qsec*am shows as it is written.
 void AppendCell(std::string& out, std::string_view text) {
+  static constexpr std::string_view kMarkup = "\\`*_[]<>|~&$";
   out += ' ';
   for (char c : text) {
-    if (c == '|') {
-      out += "\\|";
+    if (kMarkup.find(c) != std::string_view::npos) {
+      out += '\\';
+      out += c;
     } else if (c == '\n' || c == '\r') {
       out += ' ';
     } else {

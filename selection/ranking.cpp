@@ -28,6 +28,7 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vec
   }
   double cumulative = 0;
   bool reached = false;
+  double last = 0;  // the criterion of the set's last member
   for (std::size_t i = 0; i < models.size(); ++i) {
     RankedModel& m = models[i];
     m.rank = static_cast<std::int64_t>(i + 1);
@@ -37,7 +38,10 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vec
     // exp(delta/2) rather than w_best / w: the weight of a model far behind
     // underflows to 0 long before this ratio overflows to infinity.
     m.evidenceRatio = std::exp(m.delta / 2);
-    m.inConfidenceSet = !reached;
+    // A model tied with the set's last member is as good as it, so it is in
+    // too: which of two equal models the file lists first must not decide.
+    m.inConfidenceSet = !reached || order[i].first == last;
+    if (m.inConfidenceSet) last = order[i].first;
     // The last model closes the set even when rounding leaves the sum a hair
     // under a level of 1.
     reached = reached || m.cumulative >= options.level;

@@ -89,10 +89,10 @@ OutputTable AverageLayout(const CandidateTable& table, const std::vector<Average
   const std::string ci = Percent(level) + " CI";
   out.columns.push_back({"criterion", "Criterion", "Criterion", 0, false,
                          [&table](std::size_t) { return TextCell(Name(table.criterion)); }});
-  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [a](std::size_t i) { return NumberCell(a(i).estimate); }});
-  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [a](std::size_t i) { return NumberCell(a(i).se); }});
-  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [a](std::size_t i) { return NumberCell(a(i).lower); }});
-  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [a](std::size_t i) { return NumberCell(a(i).upper); }});
+  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [a](std::size_t i) { return Given(a(i).estimate); }});
+  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [a](std::size_t i) { return Given(a(i).se); }});
+  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [a](std::size_t i) { return Given(a(i).lower); }});
+  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [a](std::size_t i) { return Given(a(i).upper); }});
   out.columns.push_back({"models", "Models", "Models", 0, false,
                          [a](std::size_t i) { return CountCell(double(a(i).models)); }});
   out.note = "Weights by " + std::string(Title(table.criterion)) +

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <csignal>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
@@ -84,6 +85,10 @@ bool Write(std::string_view text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // As for every filter, a reader that goes away (drav-report ... | head)
+  // ends the program quietly, even when the shell that started it ignores
+  // the signal.
+  std::signal(SIGPIPE, SIG_DFL);
   if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average")) {
     return drav::cli::RunSelectionCommand(argc - 1, argv + 1);
   }

@@ -78,6 +78,19 @@ class Input {
   std::string name_;
 };
 
+// Says each warning on standard error; with --strict the first refuses the
+// data instead. False when it did.
+bool Warn(const std::string& name, const std::vector<std::string>& warnings, bool strict) {
+  for (const std::string& warning : warnings) {
+    if (strict) {
+      Fail(kBadData, name + ": " + warning + " (--strict)");
+      return false;
+    }
+    std::fprintf(stderr, "drav-report: warning: %s: %s\n", name.c_str(), warning.c_str());
+  }
+  return true;
+}
+
 void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
   sel::OutputBuffer out(WriteOut);
   switch (options.format) {
@@ -103,7 +116,7 @@ int Run(const SelectionOptions& options) {
 #endif
   Input input(options.file);
   if (!input.File()) return Fail(kFileUnreadable, input.Name() + ": " + std::strerror(input.Error()));
-  sel::DelimitedReader reader(input.File(), input.Name());
+  sel::DelimitedReader reader(input.File(), input.Name(), {}, options.encoding);
   sel::LoadOptions load = options.load;
   // Room for the models at once rather than by doubling, which copied the
   // whole table each time; a row is rarely shorter than 16 bytes, and
@@ -113,17 +126,26 @@ int Run(const SelectionOptions& options) {
     load.expectedModels = static_cast<std::size_t>(status.st_size) / 16;
   }
   const sel::CandidateTable table = sel::LoadCandidates(reader, load);
-  for (const std::string& warning : table.warnings) {
-    if (options.strict) return Fail(kBadData, input.Name() + ": " + warning + " (--strict)");
-    std::fprintf(stderr, "drav-report: warning: %s: %s\n", input.Name().c_str(), warning.c_str());
-  }
+  for (const std::string& note : table.notes) std::fprintf(stderr, "drav-report: note: %s\n", note.c_str());
+  if (!Warn(input.Name(), table.warnings, options.strict)) return kBadData;
   const auto ranked = sel::Rank(table, {options.level, options.fileOrder});
   if (!options.average) {
     Write(sel::SelectionLayout(table, ranked, options.level), options);
     return kDone;
   }
   std::vector<sel::AveragedEstimate> averages;
-  for (const sel::RankedSet& set : ranked) averages.push_back(sel::Average(table, set, options.level));
+  std::vector<std::string> without;
+  for (const sel::RankedSet& set : ranked) {
+    averages.push_back(sel::Average(table, set, options.level));
+    if (averages.back().models == 0) {
+      without.push_back("no model of set '" + table.sets[set.set] + "' has an estimate in column '" +
+                        options.load.estimateColumn + "'; its row is left empty");
+    }
+  }
+  if (without.size() == averages.size()) {
+    return Fail(kBadData, input.Name() + ": no model has an estimate in column '" + options.load.estimateColumn + "'");
+  }
+  if (!Warn(input.Name(), without, options.strict)) return kBadData;
   Write(sel::AverageLayout(table, averages, options.level), options);
   return kDone;
 }

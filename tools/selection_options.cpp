@@ -77,6 +77,15 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       if (options.level >= 1) throw UsageError("--level is a fraction between 0 and 1, such as 0.95");
     } else if (name == "--by") {
       options.load.byColumn = value;
+    } else if (name == "--model") {
+      options.load.modelColumn = value;
+    } else if (name == "--decimal") {
+      if (value != "." && value != ",") throw UsageError("--decimal is . or , not '" + std::string(value) + "'");
+      options.load.decimal = value[0];
+    } else if (name == "--encoding") {
+      const auto encoding = selection::InputEncodingNamed(value);
+      if (!encoding) throw UsageError("--encoding is utf-8 or windows-1252, not '" + std::string(value) + "'");
+      options.encoding = *encoding;
     } else if (name == "--estimate" && options.average) {
       options.load.estimateColumn = value;
     } else if (name == "--se" && options.average) {

@@ -14,6 +14,7 @@ struct SelectionOptions {
   bool average = false;  // `average` rather than `table`
   bool help = false;
   selection::LoadOptions load;
+  selection::InputEncoding encoding = selection::InputEncoding::Detect;
   double level = 0.95;
   bool fileOrder = false;
   bool strict = false;

@@ -6,7 +6,6 @@
 
 #include <cmath>
 
-#include "selection/errors.hpp"
 #include "selection/normal_quantile.hpp"
 
 namespace drav::selection {
@@ -45,9 +44,11 @@ TEST(Averaging, ModelsFarBehindStillAverage) {
   EXPECT_DOUBLE_EQ(a.se, 1);  // sqrt(1/2 * 1 + 1/2 * 1)
 }
 
-TEST(Averaging, NoModelWithTheParameter) {
+TEST(Averaging, NoModelWithTheParameterGivesAnEmptyRow) {
   const CandidateTable table = Table({{0, kNotGiven, kNotGiven}});
-  EXPECT_THROW(Average(table, Rank(table, {})[0], 0.95), DataError);
+  const AveragedEstimate a = Average(table, Rank(table, {})[0], 0.95);
+  EXPECT_EQ(a.models, 0u);
+  EXPECT_TRUE(std::isnan(a.estimate) && std::isnan(a.se) && std::isnan(a.lower) && std::isnan(a.upper));
 }
 
 // Textbook values; 0.8413447460685429 is P(Z <= 1) = 0.5 erfc(-1/sqrt 2).

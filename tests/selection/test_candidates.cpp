@@ -28,6 +28,7 @@ struct Choice {
   Criterion chosen;
   double firstValue;
   Options options = nullptr;
+  std::string firstModel = "a";
 };
 
 class CriterionChoice : public ::testing::TestWithParam<Choice> {};
@@ -36,6 +37,7 @@ TEST_P(CriterionChoice, TakesColumnOrComputes) {
   const CandidateTable table = Load(GetParam().text, GetParam().options);
   EXPECT_EQ(table.criterion, GetParam().chosen);
   EXPECT_DOUBLE_EQ(table.models[0].value, GetParam().firstValue);
+  EXPECT_EQ(table.models[0].model, GetParam().firstModel);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -55,8 +57,27 @@ INSTANTIATE_TEST_SUITE_P(
                [](LoadOptions& o) { o.criterion = Criterion::QAIC; o.chat = 2; }},
         // k is shown but not needed when AIC has its column.
         Choice{"UnneededCellMayBeNA", "model,AIC,k\na,10,NA\n", Criterion::AIC, 10},
-        // European spreadsheets: semicolons and decimal commas.
-        Choice{"DecimalComma", "model;AICc\na;101,5\n", Criterion::AICc, 101.5}),
+        // European spreadsheets: semicolons and decimal commas; the first
+        // cell with a mark decides, whole numbers before it read either way.
+        Choice{"DecimalComma", "model;AICc\na;101\nb;101,5\n", Criterion::AICc, 101},
+        Choice{"TabsAndDecimalComma", "model\tAIC\na\t101,5\n", Criterion::AIC, 101.5},
+        // write.table(sep = ";") keeps the full stop.
+        Choice{"SemicolonsWithFullStops", "model;AIC\na;209.169309219441\n", Criterion::AIC, 209.169309219441},
+        Choice{"DecimalAsked", "model\tAIC\na\t1,5\n", Criterion::AIC, 1.5,
+               [](LoadOptions& o) { o.decimal = ','; }},
+        // A spreadsheet's trailing comma is an empty column, not R's row names.
+        Choice{"TrailingComma", "model,AIC,BIC\nm1,104,100,\nm2,100,104,\n", Criterion::AIC, 104, nullptr, "m1"},
+        // write.table's row names: a header one field short.
+        Choice{"RowNames", "AIC,BIC\nm1,104,100\nm2,100,104\n", Criterion::AIC, 104, nullptr, "m1"},
+        // The names R packages give the name column, and one chosen by hand.
+        Choice{"Formula", "formula,AIC\ny ~ x,3\n", Criterion::AIC, 3, nullptr, "y ~ x"},
+        Choice{"Call", "call,AIC\nlm(y ~ x),3\n", Criterion::AIC, 3, nullptr, "lm(y ~ x)"},
+        Choice{"ModelAsked", "id,label,AIC\n7,full,3\n", Criterion::AIC, 3, [](LoadOptions& o) { o.modelColumn = "label"; },
+               "full"},
+        Choice{"Numbered", "id,AIC\n7,3\n", Criterion::AIC, 3, nullptr, "1"},
+        // ĉ below 1 is taken as 1: -2(-1)/1 + 2*2.
+        Choice{"ChatBelowOne", "model,loglik,k\na,-1,2\n", Criterion::QAIC, 6,
+               [](LoadOptions& o) { o.criterion = Criterion::QAIC; o.chat = 0.5; }}),
     [](const auto& info) { return info.param.name; });
 
 struct Refusal {
@@ -85,7 +106,22 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"EmptyCell", "model,AIC\na,\n", "d.csv:2: column 'AIC' holds an empty cell, not a number"},
         Refusal{"TrailingText", "model,AIC\na,12abc\n", "d.csv:2: column 'AIC' holds '12abc', not a number"},
         Refusal{"Infinity", "model,AIC\na,-Inf\n", "d.csv:2: column 'AIC' holds '-Inf', not a number"},
-        Refusal{"FullStopWithSemicolons", "model;AIC\na;1.5\n", "d.csv:2: column 'AIC' holds '1.5', not a number"},
+        Refusal{"OtherMarkAfterTheFirst", "model;AIC\na;1,5\nb;2.5\n",
+                "d.csv:3: column 'AIC' holds '2.5', not a number; the file's decimal mark is ',' (line 2; --decimal "
+                "chooses)"},
+        Refusal{"OtherMarkThanAsked", "model;AIC\na;1,5\n",
+                "d.csv:2: column 'AIC' holds '1,5', not a number; the file's decimal mark is '.' (--decimal)",
+                [](LoadOptions& o) { o.decimal = '.'; }},
+        Refusal{"NegativeK", "model,AIC,df\na,10,2\nb,12,-1\n",
+                "d.csv:3: column 'df' holds '-1'; K, the number of estimated parameters, cannot be negative"},
+        Refusal{"NoObservations", "model,AIC,nobs\na,10,0\n",
+                "d.csv:2: column 'nobs' holds '0'; the number of observations must be positive"},
+        Refusal{"NegativeSe", "model,AIC,b,b_se\na,10,1,-0.5\n",
+                "d.csv:2: column 'b_se' holds '-0.5'; a standard error cannot be negative",
+                [](LoadOptions& o) { o.estimateColumn = "b"; o.seColumn = "b_se"; }},
+        // Row names make every row one field longer than the header.
+        Refusal{"RowNamesOnSomeRowsOnly", "AIC,BIC\nm1,104,100\n100,104\n",
+                "d.csv:3: 2 fields where the header has 2 and the rows before it, as R writes row names, one more"},
         // n = K + 1: 2K(K+1)/(n-K-1) divides by zero.
         Refusal{"AiccTooFewObservations", "model,loglik,k,n\na,-1,2,20\nb,-1,3,4\n",
                 "d.csv:3: AICc needs n > K + 1, and here n = 4 with K = 3"},
@@ -107,8 +143,13 @@ TEST(Criterion, NamesReadBack) {
   EXPECT_FALSE(CriterionNamed("dic"));
 }
 
-TEST(Candidates, QaicWithoutFactorIsUsage) {
-  EXPECT_THROW(Load("model,loglik,k\na,-1,2\n", [](LoadOptions& o) { o.criterion = Criterion::QAIC; }), UsageError);
+TEST(Candidates, OverdispersionFactorThatWouldChangeNothingIsUsage) {
+  const std::pair<std::string, Options> cases[] = {
+      {"model,loglik,k\na,-1,2\n", [](LoadOptions& o) { o.criterion = Criterion::QAIC; }},  // QAIC needs it
+      {"model,loglik,k\na,-1,2\n", [](LoadOptions& o) { o.chat = 2; }},                     // ranked by AIC
+      {"model,QAIC,loglik,k\na,5,-1,2\n", [](LoadOptions& o) { o.chat = 2; }},              // QAIC as given
+  };
+  for (const auto& [text, options] : cases) EXPECT_THROW(Load(text, options), UsageError) << text;
 }
 
 TEST(Candidates, RowNamesAndSets) {
@@ -132,6 +173,28 @@ TEST(Candidates, WarnsOfDifferentNAndRepeatedNames) {
                 "the model name 'a' is given twice (lines 2 and 4), and 1 more names are repeated"}));
   // The same name in two sets is no repeat.
   EXPECT_TRUE(Load("model,s,AIC\na,1,1\na,2,1\n", [](LoadOptions& o) { o.byColumn = "s"; }).warnings.empty());
+}
+
+TEST(Candidates, WarnsOfCriteriaThatDisagreeWithLogLikAndK) {
+  // broom's glance() of lm(mpg ~ wt + hp, mtcars): df 2 counts the slopes,
+  // but logLik -74.326 with AIC 156.652 implies K = 4 (two slopes, the
+  // intercept and sigma); BIC 163.98 with ln 32 likewise.
+  const CandidateTable table =
+      Load("df,logLik,AIC,BIC,nobs\n2,-74.326,156.652,162.515,32\n1,-80.015,166.029,170.427,32\n");
+  ASSERT_EQ(table.warnings.size(), 2u);
+  EXPECT_EQ(table.warnings[0],
+            "column 'AIC' on line 2 gives 156.652, which implies K = 4, but column 'df' gives 2; AIC = -2 logLik + "
+            "2K; 1 more lines disagree. Is 'df' the number of estimated parameters?");
+  EXPECT_NE(table.warnings[1].find("column 'BIC' on line 2 gives 162.515, which implies K = 4,"), std::string::npos);
+  // Rounded to two decimals, agreeing criteria say nothing.
+  EXPECT_TRUE(Load("model,logLik,K,AIC,AICc,n\na,-74.326,4,156.65,158.13,32\n").warnings.empty());
+}
+
+TEST(Candidates, EmptySetValueIsNamed) {
+  const CandidateTable table = Load("model,s,AIC\na,x,1\nb,,2\n", [](LoadOptions& o) { o.byColumn = "s"; });
+  EXPECT_EQ(table.sets, (std::vector<std::string>{"x", ""}));
+  EXPECT_EQ(table.warnings,
+            (std::vector<std::string>{"line 3 has no value in column 's'; such models are a set of their own"}));
 }
 
 }  // namespace

@@ -18,9 +18,21 @@ struct Case {
   const char* name;
   std::string text;
   // The separator and the header's fields joined by |; then each record's
-  // fields, and @ the line it starts on; or the refusal where reading stops.
+  // fields, and @ the line it starts on; or the refusal where reading stops;
+  // and the reader's note, if any.
   std::vector<std::string> read;
+  InputEncoding encoding = InputEncoding::Detect;
 };
+
+// UTF-16 code units of ASCII text, little or big end first.
+std::string Utf16(std::string_view mark, std::string_view ascii, bool bigEndian) {
+  std::string out(mark);
+  for (char c : ascii) {
+    out += bigEndian ? '\0' : c;
+    out += bigEndian ? c : '\0';
+  }
+  return out;
+}
 
 std::string Joined(const auto& fields) {
   std::string out;
@@ -37,9 +49,10 @@ TEST_P(ReaderCase, ReadsHeaderAndRecordsOrSaysWhy) {
     auto file = MemoryInput(GetParam().text);
     std::vector<std::string> read;
     try {
-      DelimitedReader reader(file.get(), "in.csv", {64, chunk});
+      DelimitedReader reader(file.get(), "in.csv", {64, chunk}, GetParam().encoding);
       read.push_back(std::string(1, reader.Separator()).append(" ").append(Joined(reader.Header())));
       while (reader.Next()) read.push_back(Joined(reader.Fields()) + "@" + std::to_string(reader.Line()));
+      if (!reader.Note().empty()) read.push_back(reader.Note());
     } catch (const DataError& error) {
       read.push_back(error.what());
     }
@@ -61,7 +74,28 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"TrailingEmptyField", "a,b,c\n1,2,\n", {", a|b|c", "1|2|@2"}},
         Case{"Empty", "", {"in.csv: no header line; the input is empty"}},
         Case{"BlankLinesOnly", "\n\r\n\n", {"in.csv: no header line; the input is empty"}},
-        Case{"Utf16", std::string("\xFF\xFEm\0", 4), {"in.csv: the text is UTF-16; save it as UTF-8 (or CSV UTF-8)"}},
+        // Excel's "Unicode text": UTF-16 with a byte-order mark, tabs; é is U+00E9.
+        Case{"Utf16LittleEndian", Utf16("\xFF\xFE", "model\tAIC\r\nTemp", false) + std::string("\xE9\0", 2) +
+                                      Utf16("", "rature\t1\r\n", false),
+             {"\t model|AIC", "Temp\xC3\xA9rature|1@2"}},
+        Case{"Utf16BigEndian", Utf16("\xFE\xFF", "model,AIC\nm1,1\n", true), {", model|AIC", "m1|1@2"}},
+        // Excel's CSV on Windows: Windows-1252, where E9 is é and 80 the euro sign.
+        Case{"Windows1252", "model,AIC\r\nTemp\xE9rature,1\r\n\x80,2\r\n",
+             {", model|AIC", "Temp\xC3\xA9rature|1@2", "\xE2\x82\xAC|2@3",
+              "in.csv is not UTF-8; read as Windows-1252, in which byte E9 is '\xC3\xA9' (--encoding utf-8 refuses "
+              "such a file)"}},
+        Case{"Utf8ThenNotUtf8", "model,AIC\nTemp\xC3\xA9,1\nx\xE9,2\n",
+             {", model|AIC", "Temp\xC3\xA9|1@2",
+              "in.csv:3: byte E9 is not UTF-8, though the text before it is; --encoding windows-1252 reads the file "
+              "as Windows-1252"}},
+        Case{"Utf8Asked", "model,AIC\nx\xE9,2\n",
+             {", model|AIC",
+              "in.csv:2: byte E9 is not UTF-8, though the text before it is; --encoding windows-1252 reads the file "
+              "as Windows-1252"},
+             InputEncoding::Utf8},
+        // Asked for, Windows-1252 reads the two bytes of a UTF-8 é as two characters.
+        Case{"Windows1252Asked", "model,AIC\n\xC3\xA9,2\n", {", model|AIC", "\xC3\x83\xC2\xA9|2@2"},
+             InputEncoding::Windows1252},
         Case{"NulBytes", std::string("model,aic\nm1,\0\0", 15),
              {", model|aic", "in.csv:2: holds a NUL byte; this is not a text file"}},
         // The limit is 64 bytes here, 64 MiB in the program.

@@ -52,6 +52,20 @@ TEST(Ranking, ConfidenceSetEndsAtTheFirstModelThatReachesTheLevel) {
   }
 }
 
+// A 100, B 102, C 102: weights 1, e^-1, e^-1 over 1 + 2/e, so A alone has
+// 0.5761 and A with the first of B and C 0.7881. At a level of 0.7 the set
+// closes on that one; C, tied with it, is in too, whichever comes first.
+TEST(Ranking, ModelsTiedWithTheSetsLastMemberJoinIt) {
+  for (const std::vector<double>& values : {std::vector<double>{100, 102, 102}, {102, 100, 102}, {102, 102, 100}}) {
+    const auto ranked = Rank(Set(values), {0.7, false});
+    for (const RankedModel& m : ranked[0].models) EXPECT_TRUE(m.inConfidenceSet) << m.index;
+  }
+  // A model behind the tie stays out: 100, 102, 102, 103.
+  const auto ranked = Rank(Set({100, 102, 102, 103}), {0.7, false});
+  EXPECT_FALSE(ranked[0].models[3].inConfidenceSet);
+  EXPECT_TRUE(ranked[0].models[2].inConfidenceSet);
+}
+
 TEST(Ranking, TiesKeepFileOrderAndFileOrderKeepsRanks) {
   const auto ranked = Rank(Set({5, 3, 3, 1}), {});
   const auto inFile = Rank(Set({5, 3, 3, 1}), {0.95, true});
