@@ -18,8 +18,10 @@ packages=(
   # the package's checks: Debian policy, software centres, manual pages,
   # and the scalable icon drawn to compare with the PNG
   lintian appstream mandoc librsvg2-bin
-  # an independent check of the model-selection numbers
-  r-base-core r-cran-bbmle
+  # an independent check of the model-selection numbers, JSON read back,
+  # and the LaTeX tables compiled as the manual says
+  r-base-core r-cran-bbmle python3
+  texlive-latex-base texlive-latex-recommended lmodern
 )
 
 missing=()

@@ -16,14 +16,14 @@ AveragedEstimate Average(const CandidateTable& table, const RankedSet& set, doub
   // underflowed to 0 and could not be renormalised.
   struct Term {
     double weight;
-    const Candidate* model;
+    const Estimate* model;
   };
   std::vector<Term> terms;
   double bestDelta = INFINITY;
   for (const RankedModel& m : set.models) {
-    const Candidate& c = table.models[m.index];
-    if (std::isnan(c.estimate)) continue;
-    terms.push_back({m.delta, &c});
+    const Estimate& e = table.estimates[m.index];
+    if (std::isnan(e.value)) continue;
+    terms.push_back({m.delta, &e});
     bestDelta = std::fmin(bestDelta, m.delta);
   }
   if (terms.empty()) {
@@ -38,11 +38,11 @@ AveragedEstimate Average(const CandidateTable& table, const RankedSet& set, doub
   double estimate = 0;
   for (Term& t : terms) {
     t.weight /= sum;
-    estimate += t.weight * t.model->estimate;
+    estimate += t.weight * t.model->value;
   }
   double variance = 0;
   for (const Term& t : terms) {
-    const double deviation = t.model->estimate - estimate;
+    const double deviation = t.model->value - estimate;
     variance += t.weight * (t.model->se * t.model->se + deviation * deviation);
   }
   result.estimate = estimate;

@@ -80,6 +80,8 @@ class RowReader {
   bool Numbered() const { return !roles_.model && !roles_.rowName; }
   std::vector<std::string>& Notes() { return notes_; }
 
+  bool Estimates() const { return estimate_.has_value(); }
+
   Candidate Read(std::span<const std::string_view> fields, std::size_t ordinal) {
     fields_ = fields;
     if (fields.size() > header_.size() || (rowNames_ && fields.size() != header_.size())) {
@@ -109,12 +111,17 @@ class RowReader {
       c.value = Number(*roles_.criterion[static_cast<std::size_t>(criterion_)]);
     }
     CompareCriteria(c);
-    if (estimate_ && !IsMissing(Cell(*estimate_))) {
-      c.estimate = Number(*estimate_);
-      c.se = Number(*se_);
-      RefuseImpossible(se_, c.se < 0, "a standard error cannot be negative");
-    }
     return c;
+  }
+
+  // The parameter to average as the current record gives it.
+  Estimate ReadEstimate() {
+    Estimate e;
+    if (IsMissing(Cell(*estimate_))) return e;
+    e.value = Number(*estimate_);
+    e.se = Number(*se_);
+    RefuseImpossible(se_, e.se < 0, "a standard error cannot be negative");
+    return e;
   }
 
   // Warnings of criterion columns that disagree with logLik and K.
@@ -321,6 +328,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   table.byName = rows.ByName();
 
   table.models.reserve(options.expectedModels);
+  if (rows.Estimates()) table.estimates.reserve(options.expectedModels);
   std::unordered_map<std::string, std::uint32_t> setIndex;
   if (!rows.By()) table.sets.emplace_back();
   std::int64_t emptyByLine = 0;
@@ -338,6 +346,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
       c.set = where->second;
     }
     table.models.push_back(std::move(c));
+    if (rows.Estimates()) table.estimates.push_back(rows.ReadEstimate());
   } while (reader.Next());
 
   if (emptyByLine != 0) {

@@ -35,10 +35,15 @@ struct Candidate {
   double logLik = kNotGiven;  // NaN where the file has no such column or no number in it
   double k = kNotGiven;
   double n = kNotGiven;
-  double estimate = kNotGiven;  // NaN where the model does not have the parameter
-  double se = kNotGiven;
   std::int64_t line = 0;
   std::uint32_t set = 0;  // index into CandidateTable::sets
+};
+
+// One model's value of the parameter that `average` averages, with its
+// standard error; NaN where the model does not have the parameter.
+struct Estimate {
+  double value = kNotGiven;
+  double se = kNotGiven;
 };
 
 struct CandidateTable {
@@ -46,6 +51,7 @@ struct CandidateTable {
   std::string byName;             // the --by column as the header writes it
   std::vector<std::string> sets;  // values of the --by column by first appearance; one "" without
   std::vector<Candidate> models;  // in file order
+  std::vector<Estimate> estimates;  // by model, when a parameter is averaged; empty otherwise
   // Things the reader should know that do not stop the table: models of one
   // set fitted to different n, names given twice, a criterion column that
   // disagrees with logLik and K. --strict refuses the table for them.

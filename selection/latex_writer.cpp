@@ -56,9 +56,10 @@ void AppendEscaped(std::string& out, std::string_view text) {
       case '<': out += "\\textless{}"; break;
       case '>': out += "\\textgreater{}"; break;
       case '|': out += "\\textbar{}"; break;
-      case '\n':
-      case '\r': out += ' '; break;
-      default: out += c;
+      default:
+        // A line end would end the row, and other control characters stop
+        // LaTeX as invalid.
+        out += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
     }
   }
 }

@@ -6,13 +6,12 @@
 namespace drav::selection {
 namespace {
 
-RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vector<std::size_t>& members,
-                  const RankOptions& options) {
-  // Sorted as (criterion, file position) pairs: ties fall in file order, and
-  // the sort walks a compact array rather than the candidates themselves.
-  std::vector<std::pair<double, std::size_t>> order;
-  order.reserve(members.size());
-  for (std::size_t index : members) order.emplace_back(table.models[index].value, index);
+// A set's models as (criterion, file position) pairs. Sorted, ties fall in
+// file order, and the sort walks a compact array rather than the candidates
+// themselves.
+using Order = std::vector<std::pair<double, std::uint32_t>>;
+
+RankedSet RankOne(std::uint32_t set, Order order, const RankOptions& options) {
   std::sort(order.begin(), order.end());
   std::vector<RankedModel> models(order.size());
   const double best = order.front().first;
@@ -21,23 +20,19 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vec
   double sum = 0;
   for (std::size_t i = 0; i < order.size(); ++i) {
     RankedModel& m = models[i];
-    m.index = order[i].second;
+    m.index = static_cast<std::uint32_t>(order[i].second);
     m.delta = order[i].first - best;
-    m.likelihood = std::exp(-m.delta / 2);
-    sum += m.likelihood;
+    sum += m.Likelihood();
   }
   double cumulative = 0;
   bool reached = false;
   double last = 0;  // the criterion of the set's last member
   for (std::size_t i = 0; i < models.size(); ++i) {
     RankedModel& m = models[i];
-    m.rank = static_cast<std::int64_t>(i + 1);
-    m.weight = m.likelihood / sum;
+    m.rank = static_cast<std::uint32_t>(i + 1);
+    m.weight = m.Likelihood() / sum;
     cumulative += m.weight;
     m.cumulative = std::min(cumulative, 1.0);
-    // exp(delta/2) rather than w_best / w: the weight of a model far behind
-    // underflows to 0 long before this ratio overflows to infinity.
-    m.evidenceRatio = std::exp(m.delta / 2);
     // A model tied with the set's last member is as good as it, so it is in
     // too: which of two equal models the file lists first must not decide.
     m.inConfidenceSet = !reached || order[i].first == last;
@@ -56,13 +51,16 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vec
 }  // namespace
 
 std::vector<RankedSet> Rank(const CandidateTable& table, const RankOptions& options) {
-  std::vector<std::vector<std::size_t>> members(table.sets.size());
-  if (table.sets.size() == 1) members[0].reserve(table.models.size());
-  for (std::size_t i = 0; i < table.models.size(); ++i) members[table.models[i].set].push_back(i);
+  std::vector<Order> orders(table.sets.size());
+  if (orders.size() == 1) orders[0].reserve(table.models.size());
+  for (std::size_t i = 0; i < table.models.size(); ++i) {
+    const Candidate& c = table.models[i];
+    orders[c.set].emplace_back(c.value, static_cast<std::uint32_t>(i));
+  }
   std::vector<RankedSet> ranked;
-  ranked.reserve(members.size());
-  for (std::uint32_t set = 0; set < members.size(); ++set) {
-    ranked.push_back(RankOne(table, set, members[set], options));
+  ranked.reserve(orders.size());
+  for (std::uint32_t set = 0; set < orders.size(); ++set) {
+    ranked.push_back(RankOne(set, std::move(orders[set]), options));
   }
   return ranked;
 }

@@ -2,6 +2,7 @@
 // Each model set ranked by its criterion, with the differences, relative
 // likelihoods, Akaike weights, cumulative weights, evidence ratios and the
 // confidence set (Burnham & Anderson 2002, section 2.9 and 4.2).
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -9,15 +10,21 @@
 
 namespace drav::selection {
 
+// 32 bytes a model: what can be derived from the difference is, so that a
+// table of twenty million models fits in a few gigabytes.
 struct RankedModel {
-  std::size_t index = 0;      // into CandidateTable::models
-  std::int64_t rank = 0;      // from 1, by the criterion; ties keep file order
-  double delta = 0;           // criterion less the set's lowest
-  double likelihood = 0;      // exp(-delta/2)
-  double weight = 0;          // likelihood over the set's sum of likelihoods
-  double cumulative = 0;      // sum of the weights of this model and those ranked above it
-  double evidenceRatio = 0;   // best model's weight over this one's, as exp(delta/2)
-  bool inConfidenceSet = false;
+  std::uint32_t index = 0;               // into CandidateTable::models
+  std::uint32_t rank : 31 = 0;           // from 1, by the criterion; ties keep file order
+  std::uint32_t inConfidenceSet : 1 = 0;
+  double delta = 0;       // criterion less the set's lowest
+  double weight = 0;      // likelihood over the set's sum of likelihoods
+  double cumulative = 0;  // sum of the weights of this model and those ranked above it
+
+  // exp(-delta/2), the likelihood of the model given the data, relative to the best.
+  double Likelihood() const { return std::exp(-delta / 2); }
+  // The best model's weight over this one's, as exp(delta/2): the weight of
+  // a model far behind underflows to 0 long before this ratio overflows.
+  double EvidenceRatio() const { return std::exp(delta / 2); }
 };
 
 struct RankedSet {

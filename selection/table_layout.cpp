@@ -1,5 +1,6 @@
 #include "selection/table_layout.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -19,30 +20,32 @@ std::string Percent(double level) {
 }  // namespace
 
 OutputTable SelectionLayout(const CandidateTable& table, const std::vector<RankedSet>& ranked, double level) {
-  // Rows are the sets' models one set after another; each row remembers
-  // where it comes from, which is all the columns need.
-  struct Row {
-    const RankedModel* ranked;
-    std::uint32_t set;
-  };
-  auto rows = std::make_shared<std::vector<Row>>();
+  // Rows are the sets' models one set after another. A row finds its set
+  // among the sets' first rows, rather than each row keeping a pointer of its
+  // own: that took as much memory again as the ranking itself.
   OutputTable out;
+  auto firstRows = std::make_shared<std::vector<std::size_t>>();
   for (const RankedSet& set : ranked) {
-    const std::size_t begin = rows->size();
-    for (const RankedModel& m : set.models) rows->push_back({&m, set.set});
-    out.groups.push_back({table.sets[set.set], begin, rows->size()});
+    const std::size_t begin = out.rows;
+    firstRows->push_back(begin);
+    out.rows += set.models.size();
+    out.groups.push_back({table.sets[set.set], begin, out.rows});
   }
-  out.rows = rows->size();
-  const auto r = [rows](std::size_t i) -> const RankedModel& { return *(*rows)[i].ranked; };
-  const auto model = [rows, &table](std::size_t i) -> const Candidate& {
-    return table.models[(*rows)[i].ranked->index];
+  const auto setOf = [firstRows, &ranked](std::size_t i) -> const RankedSet& {
+    if (ranked.size() == 1) return ranked[0];
+    return ranked[std::upper_bound(firstRows->begin(), firstRows->end(), i) - firstRows->begin() - 1];
   };
+  const auto r = [setOf, firstRows, &ranked](std::size_t i) -> const RankedModel& {
+    const RankedSet& set = setOf(i);
+    return set.models[i - (*firstRows)[&set - ranked.data()]];
+  };
+  const auto model = [r, &table](std::size_t i) -> const Candidate& { return table.models[r(i).index]; };
   const std::string criterion(Title(table.criterion));
 
   if (!table.byName.empty()) {
     out.byKey = table.byName;
     out.columns.push_back({table.byName, table.byName, "", 0, true,
-                           [rows, &table](std::size_t i) { return TextCell(table.sets[(*rows)[i].set]); }});
+                           [setOf, &table](std::size_t i) { return TextCell(table.sets[setOf(i).set]); }});
   }
   out.columns.push_back({"rank", "Rank", "Rank", 0, false, [r](std::size_t i) { return CountCell(double(r(i).rank)); }});
   out.columns.push_back({"model", "Model", "Model", 0, false, [model](std::size_t i) { return TextCell(model(i).model); }});
@@ -56,12 +59,12 @@ OutputTable SelectionLayout(const CandidateTable& table, const std::vector<Ranke
                          [model](std::size_t i) { return NumberCell(model(i).value); }});
   out.columns.push_back({"delta", "Delta", "$\\Delta$", 2, false, [r](std::size_t i) { return NumberCell(r(i).delta); }});
   out.columns.push_back({"likelihood", "Likelihood", "$\\mathcal{L}$", 4, false,
-                         [r](std::size_t i) { return NumberCell(r(i).likelihood); }});
+                         [r](std::size_t i) { return NumberCell(r(i).Likelihood()); }});
   out.columns.push_back({"weight", "Weight", "$w$", 4, false, [r](std::size_t i) { return NumberCell(r(i).weight); }});
   out.columns.push_back({"cumulative_weight", "Cum. weight", "Cum.\\ $w$", 4, false,
                          [r](std::size_t i) { return NumberCell(r(i).cumulative); }});
   out.columns.push_back({"evidence_ratio", "Evidence ratio", "ER", 2, false,
-                         [r](std::size_t i) { return NumberCell(r(i).evidenceRatio); }});
+                         [r](std::size_t i) { return NumberCell(r(i).EvidenceRatio()); }});
   const std::string set = Percent(level) + " set";
   std::string latexSet = Percent(level);
   latexSet.insert(latexSet.size() - 1, "\\");

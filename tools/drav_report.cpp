@@ -17,6 +17,8 @@
 #include "analysis/locale_date_text.hpp"
 #include "analysis/runtime_exception.hpp"
 #include "analysis/text.hpp"
+#include "analysis/val.hpp"
+#include "tools/classic_hint.hpp"
 #include "tools/console_host.hpp"
 #include "tools/selection_command.hpp"
 #include "tools/selection_options.hpp"
@@ -139,6 +141,10 @@ int main(int argc, char** argv) {
   }
   // The report area ends its lines with the platform's report line end; a
   // terminal wants "\n".
-  return Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n")) ? kReportWritten
-                                                                                                   : kWriteFailed;
+  if (!Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"))) return kWriteFailed;
+  if (const auto line = drav::cli::FirstLineWithoutNumber(file, static_cast<std::int64_t>(drav::Val(operands[0])))) {
+    std::cerr << "drav-report: hint: line " << *line << " holds no AIC value, so it stands as a model with AIC 0.0;"
+              << " drav-report table FILE reads a table with a header line\n";
+  }
+  return kReportWritten;
 }

@@ -13,6 +13,14 @@ check "report body" "$(tail -n +2 "$src/tests/golden/five-models.report")" "$(ta
 check "no carriage returns" 0 "$(tr -cd '\r' <"$tmp/out" | wc -c)"
 check "nothing on stderr" 0 "$(wc -c <"$tmp/err")"
 
+# A table with a header through the classic form: the report stays as it
+# is, and a hint says why the header stands as the best model.
+printf '"","model","AIC"\n"1","a",10\n"2","b",12\n' >"$tmp/table.csv"
+"$bin" 3 "$tmp/table.csv" >"$tmp/out" 2>"$tmp/err"
+check "table through the classic form" 0 $?
+check "its report is the classic one" "$("$bin" 3 - <"$tmp/table.csv" 2>/dev/null | tail -n +3)" "$(tail -n +3 "$tmp/out")"
+check_text "hint names the line" "$tmp/err" "hint: line 1 holds no AIC value, so it stands as a model with AIC 0.0"
+
 # Which counts are refused is the core's to test; here only how each refusal is told.
 "$bin" "" "$src/examples/five-models.txt" >"$tmp/out" 2>"$tmp/err"
 check "empty count" 2 $?

@@ -15,8 +15,10 @@ namespace {
 CandidateTable Table(const std::vector<std::array<double, 3>>& models) {
   CandidateTable table;
   table.sets = {""};
-  for (const auto& [value, estimate, se] : models)
-    table.models.push_back({.model = "", .value = value, .estimate = estimate, .se = se});
+  for (const auto& [value, estimate, se] : models) {
+    table.models.push_back({.model = "", .value = value});
+    table.estimates.push_back({estimate, se});
+  }
   return table;
 }
 

@@ -31,12 +31,12 @@ TEST(Ranking, WeightsOfThreeModels) {
   for (std::size_t i = 0; i < 3; ++i) {
     SCOPED_TRACE(i);
     EXPECT_EQ(m[i].index, order[i]);
-    EXPECT_EQ(m[i].rank, static_cast<std::int64_t>(i + 1));
+    EXPECT_EQ(std::size_t{m[i].rank}, i + 1);
     EXPECT_DOUBLE_EQ(m[i].delta, delta[i]);
-    EXPECT_DOUBLE_EQ(m[i].likelihood, std::exp(-delta[i] / 2));
+    EXPECT_DOUBLE_EQ(m[i].Likelihood(), std::exp(-delta[i] / 2));
     EXPECT_DOUBLE_EQ(m[i].weight, std::exp(-delta[i] / 2) / kSum);
     EXPECT_DOUBLE_EQ(m[i].cumulative, cumulative[i]);
-    EXPECT_DOUBLE_EQ(m[i].evidenceRatio, std::exp(delta[i] / 2));  // 1, e, e^2
+    EXPECT_DOUBLE_EQ(m[i].EvidenceRatio(), std::exp(delta[i] / 2));  // 1, e, e^2
   }
 }
 
@@ -58,12 +58,12 @@ TEST(Ranking, ConfidenceSetEndsAtTheFirstModelThatReachesTheLevel) {
 TEST(Ranking, ModelsTiedWithTheSetsLastMemberJoinIt) {
   for (const std::vector<double>& values : {std::vector<double>{100, 102, 102}, {102, 100, 102}, {102, 102, 100}}) {
     const auto ranked = Rank(Set(values), {0.7, false});
-    for (const RankedModel& m : ranked[0].models) EXPECT_TRUE(m.inConfidenceSet) << m.index;
+    for (const RankedModel& m : ranked[0].models) EXPECT_TRUE(m.inConfidenceSet != 0) << m.index;
   }
   // A model behind the tie stays out: 100, 102, 102, 103.
   const auto ranked = Rank(Set({100, 102, 102, 103}), {0.7, false});
-  EXPECT_FALSE(ranked[0].models[3].inConfidenceSet);
-  EXPECT_TRUE(ranked[0].models[2].inConfidenceSet);
+  EXPECT_FALSE(ranked[0].models[3].inConfidenceSet != 0);
+  EXPECT_TRUE(ranked[0].models[2].inConfidenceSet != 0);
 }
 
 TEST(Ranking, TiesKeepFileOrderAndFileOrderKeepsRanks) {
@@ -74,7 +74,7 @@ TEST(Ranking, TiesKeepFileOrderAndFileOrderKeepsRanks) {
   for (std::size_t i = 0; i < 4; ++i) {
     EXPECT_EQ(ranked[0].models[i].index, byRank[i]);
     EXPECT_EQ(inFile[0].models[i].index, i);
-    EXPECT_EQ(inFile[0].models[i].rank, ranks[i]);
+    EXPECT_EQ(std::int64_t{inFile[0].models[i].rank}, ranks[i]);
   }
   // Enough ties that a sort which is not stable by nature would show it.
   const auto many = Rank(Set(std::vector<double>(40, 7.5)), {});
@@ -88,8 +88,8 @@ TEST(Ranking, LargeCriteriaAndFarBehindModels) {
   // of a weight; delta 1000 still has a finite ratio e^500.
   const auto far = Rank(Set({0, 1000, 1600}), {});
   EXPECT_EQ(far[0].models[2].weight, 0);
-  EXPECT_EQ(far[0].models[2].evidenceRatio, INFINITY);
-  EXPECT_DOUBLE_EQ(far[0].models[1].evidenceRatio, std::exp(500.0));
+  EXPECT_EQ(far[0].models[2].EvidenceRatio(), INFINITY);
+  EXPECT_DOUBLE_EQ(far[0].models[1].EvidenceRatio(), std::exp(500.0));
 }
 
 TEST(Ranking, EachSetOnItsOwn) {
@@ -99,7 +99,7 @@ TEST(Ranking, EachSetOnItsOwn) {
   ASSERT_EQ(ranked[0].models.size(), 2u);
   EXPECT_DOUBLE_EQ(ranked[0].models[1].delta, 2);
   ASSERT_EQ(ranked[1].models.size(), 1u);
-  EXPECT_EQ(ranked[1].models[0].rank, 1);
+  EXPECT_EQ(std::int64_t{ranked[1].models[0].rank}, 1);
   EXPECT_DOUBLE_EQ(ranked[1].models[0].weight, 1);
 }
 

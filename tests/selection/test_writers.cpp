@@ -23,7 +23,7 @@ std::string Written(const Writer& write) {
   CandidateTable table;
   table.sets = {""};
   // 0.1 + 0.2 is 0.30000000000000004: it needs all 17 digits.
-  table.models = {Candidate{.model = "a_b&c%$#{}~^\\ \"q\", x|y\t\x01", .value = 0.1 + 0.2, .k = 3},
+  table.models = {Candidate{.model = "a_b&c%$#{}~^\\ \"q\", x|y*<r>[l](u) \u03B2\u00E9\t\x01", .value = 0.1 + 0.2, .k = 3},
                   Candidate{.model = "far", .value = 2000}};
   std::string text;
   OutputBuffer out([&](std::string_view chunk) { text += chunk; });
@@ -54,16 +54,20 @@ INSTANTIATE_TEST_SUITE_P(
         // Quotes doubled, numbers in their shortest exact text: 1999.7 is 2000 - 0.30000000000000004.
         Format{"Csv", [](const OutputTable& t, OutputBuffer& o) { WriteDelimited(t, ',', o); },
                "rank,model,k,loglik,aic,delta,likelihood,weight,cumulative_weight,evidence_ratio,confidence_set\n"
-               "1,\"a_b&c%$#{}~^\\ \"\"q\"\", x|y\t\x01\",3,,0.30000000000000004,0,1,1,1,1,true\n"
+               "1,\"a_b&c%$#{}~^\\ \"\"q\"\", x|y*<r>[l](u) \u03B2\u00E9\t\x01\",3,,0.30000000000000004,0,1,1,1,1,true\n"
                "2,far,,,2000,1999.7,0,0,1,Inf,false\n", {}},
         Format{"Json", WriteJson, R"({"criterion": "aic", "level": 0.95, "models": [)",
-               {R"("model": "a_b&c%$#{}~^\\ \"q\", x|y\u0009\u0001")", R"("evidence_ratio": null)", R"("loglik": null)"}},
+               {R"("model": "a_b&c%$#{}~^\\ \"q\", x|y*<r>[l](u) )" "\u03B2\u00E9" R"(\u0009\u0001")",
+                R"("evidence_ratio": null)", R"("loglik": null)"}},
         Format{"Latex", [](const OutputTable& t, OutputBuffer& o) { WriteLatex(t, 2, o); },
                "\\begin{tabular}{rlrrrrrrrrr}\n\\toprule\n",
-               {R"(1 & a\_b\&c\%\$\#\{\}\textasciitilde{}\textasciicircum{}\textbackslash{} "q", x\textbar{}y)",
+               // Greek as math, Latin-1 letters as they are, control characters as blanks.
+               {R"(1 & a\_b\&c\%\$\#\{\}\textasciitilde{}\textasciicircum{}\textbackslash{} "q", )"
+                R"(x\textbar{}y*\textless{}r\textgreater{}[l](u) \ensuremath{\beta})" "\u00E9   & 3 &",
                 R"(& $\infty$ &)"}},
+        // Nothing in a name is read as emphasis, a link, HTML or an entity.
         Format{"Markdown", [](const OutputTable& t, OutputBuffer& o) { WriteMarkdown(t, 3, o); }, "| Rank | Model | K |",
-               {R"( x\|y)", "| 0.300 |"}},
+               {R"(| a\_b\&c%\$#{}\~^\\ "q", x\|y\*\<r\>\[l\](u) )" "\u03B2\u00E9\t\x01 |", "| 0.300 |"}},
         // The last column right-aligned: "95% set" over "*"; delta to 2 places by default.
         Format{"Text", [](const OutputTable& t, OutputBuffer& o) { WriteText(t, std::nullopt, o); }, "Rank  Model",
                {"95% set\n", "*\n", "1999.70"}}),
