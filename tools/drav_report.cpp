@@ -58,9 +58,14 @@ Example file for 5 models (the gap is one tab):
 
 Reading stops with a message after 1 GiB: no file of models is that long.
 
+A table with a header line, such as R's write.csv writes, is read all the
+same (the header stands as a model with AIC 0.0), and a hint on standard
+error points to drav-report table.
+
 Exit status: 0 report written; 1 FILE cannot be opened or read;
 2 bad usage or bad COUNT; 3 no lowest AIC in the data; 5 the report
-could not be written (a full disk, a closed pipe).
+could not be written (a full disk). A reader that goes away (a closed pipe)
+ends the program quietly, as it does any filter.
 )";
 
 int Usage(std::string_view problem) {

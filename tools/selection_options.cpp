@@ -136,30 +136,43 @@ form) and confidence interval, over the models that have the parameter.
 
 FILE is comma-, tab- or semicolon-separated text with a header row, as
 write.csv, spreadsheets and Stata write it; - reads standard input. Columns
-are found by name, without case: model (name, modnames), aic, aicc, bic,
-qaic, loglik (logl, ll), k (df, npar), n (nobs). With semicolons a comma in
-a number is the decimal mark.
+are found by name, without case: model (name, modnames, formula, call),
+aic, aicc, bic, qaic, loglik (logl, ll), k (df, npar), n (nobs). Text is
+UTF-8, UTF-16 with a byte-order mark, or Windows-1252 (taken when the
+first byte outside ASCII is not UTF-8). The decimal mark is a full stop
+with commas between fields; with semicolons or tabs the first number that
+has a mark decides. K is taken as given: it counts every estimated
+parameter, and a criterion column that disagrees with logLik and K is
+warned of.
 
 Options:
   --criterion aic|aicc|bic|qaic  rank by this criterion; taken from its column
                    when there is one, else computed from loglik, k and n.
                    Default: the first criterion column, else AICc when n is
                    given, else AIC.
-  --chat C         the overdispersion factor for a computed QAIC
+  --chat C         the overdispersion factor of a QAIC computed from loglik
+                   (with --criterion qaic only; below 1 it is taken as 1)
   --level L        the confidence set's cumulative weight, and the interval's
-                   level for average (default 0.95)
+                   level for average (default 0.95); models tied with the
+                   set's last member are in it too
   --by COLUMN      rank and weigh each value of COLUMN as a set of its own
+  --model COLUMN   the column that names the models
+  --decimal .|,    the decimal mark, instead of the file's cells deciding
+  --encoding utf-8|windows-1252   the text's encoding, instead of detecting
   --format F       text (default), csv, tsv, markdown, latex or json
   --digits N       decimals in text, markdown and latex
   --no-sort        list the models in file order (ranks stay by criterion)
   --strict         treat warnings (models fitted to different n, a name
-                   given twice) as errors
+                   given twice, a criterion that disagrees with logLik and
+                   K, a row without its --by value, a set without the
+                   estimate) as errors
   --estimate COLUMN, --se COLUMN   (average) the parameter and its SE;
                    models whose estimate is empty or NA are left out
 
 Exit status: 0 done; 1 FILE cannot be opened or read; 2 bad usage; 4 bad
 data (the message names file:line and the column); 5 the output could not
-be written.
+be written. Messages go to standard error: warnings, and notes of what
+was decided where the file left it open.
 )";
 }
 
