@@ -20,7 +20,7 @@ packages=(
   lintian appstream mandoc librsvg2-bin
   # an independent check of the model-selection numbers, JSON read back,
   # and the LaTeX tables compiled as the manual says
-  r-base-core r-cran-bbmle python3
+  r-base-core r-cran-bbmle r-cran-broom python3
   texlive-latex-base texlive-latex-recommended lmodern
 )
 
