@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <new>
 #include <string_view>
 #include <unordered_map>
 
@@ -327,8 +328,12 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   table.criterion = rows.Chosen();
   table.byName = rows.ByName();
 
-  table.models.reserve(options.expectedModels);
-  if (rows.Estimates()) table.estimates.reserve(options.expectedModels);
+  try {
+    table.models.reserve(options.expectedModels);
+    if (rows.Estimates()) table.estimates.reserve(options.expectedModels);
+  } catch (const std::bad_alloc&) {
+    // A machine that will not even promise the room grows the table as it goes.
+  }
   std::unordered_map<std::string, std::uint32_t> setIndex;
   if (!rows.By()) table.sets.emplace_back();
   std::int64_t emptyByLine = 0;

@@ -21,9 +21,9 @@ struct LoadOptions {
   std::string byColumn;                // the column that splits the rows into sets; empty for one set
   std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
   std::string seColumn;
-  std::size_t expectedModels = 0;      // room made at once, such as from the file's size; a guess
+  std::size_t expectedModels = 0;      // room made at once, where the machine grants it; a guess
   // An endless input of valid rows (`yes m,1`) would fill the memory; a
-  // table holds about 200 bytes a model, so twenty million take 4 GB.
+  // table takes about 130 bytes a model, so twenty million take 2.6 GB.
   std::size_t maxModels = 20'000'000;
 };
 

@@ -1,5 +1,6 @@
 #include "tools/selection_command.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -119,11 +120,15 @@ int Run(const SelectionOptions& options) {
   sel::DelimitedReader reader(input.File(), input.Name(), {}, options.encoding);
   sel::LoadOptions load = options.load;
   // Room for the models at once rather than by doubling, which copied the
-  // whole table each time; a row is rarely shorter than 16 bytes, and
-  // room that goes unused is never touched, so costs no memory.
+  // whole table each time and, for a stream, held the old copy and the new
+  // at once: twice the memory the models need. A row takes at least 3
+  // bytes ("m,1" and its line end), and room that goes unused is never
+  // touched, so costs no memory; of a stream the size is not known, so the
+  // room is for as many models as a table may hold.
+  load.expectedModels = load.maxModels;
   struct stat status {};
   if (fstat(fileno(input.File()), &status) == 0 && S_ISREG(status.st_mode)) {
-    load.expectedModels = static_cast<std::size_t>(status.st_size) / 16;
+    load.expectedModels = std::min(load.maxModels, static_cast<std::size_t>(status.st_size) / 3 + 1);
   }
   const sel::CandidateTable table = sel::LoadCandidates(reader, load);
   for (const std::string& note : table.notes) std::fprintf(stderr, "drav-report: note: %s\n", note.c_str());
