@@ -97,8 +97,8 @@ class RowReader {
       throw DataError(reader_.Name() + ": no column " + std::string(Name(criterion_)) + ", nor " + needs +
                       " to compute " + title + " from");
     }
-    if (criterion_ == Criterion::QAIC) {
-      if (!options.chat) throw UsageError("QAIC computed from the log-likelihood needs --chat");
+    if (NeedsChat(criterion_)) {
+      if (!options.chat) throw UsageError(title + " computed from the log-likelihood needs --chat");
       chat_ = *options.chat;
     }
   }
@@ -127,8 +127,8 @@ class RowReader {
       throw DataError(Where() + "n = " + Shown(c.n) + "; " + std::string(Title(criterion_)) +
                       " needs a positive number of observations");
     }
-    if (criterion_ == Criterion::AICc && !(c.n > c.k + 1)) {
-      throw DataError(Where() + "AICc needs n > K + 1, and here n = " + Shown(c.n) + " with K = " + Shown(c.k));
+    if (HasSmallSampleTerm(criterion_) && !(c.n > c.k + 1)) {
+      throw DataError(Where() + std::string(Title(criterion_)) + " needs n > K + 1, and here n = " + Shown(c.n) + " with K = " + Shown(c.k));
     }
   }
 
@@ -200,6 +200,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   // hold one field more than the header.
   std::vector<std::string> header = reader.Header();
   if (reader.Fields().size() == header.size() + 1) header.insert(header.begin(), std::string());
+  if (options.observer) options.observer->Start(header, reader.DecimalComma());
   RowReader rows(reader, std::move(header), options);
   table.criterion = rows.Chosen();
   table.byName = rows.ByName();
@@ -219,6 +220,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
       if (isNew) table.sets.push_back(std::move(value));
       c.set = where->second;
     }
+    if (options.observer) options.observer->Row(reader.Fields(), reader.Line());
     table.models.push_back(std::move(c));
   } while (reader.Next());
 

@@ -38,7 +38,7 @@ ColumnRoles FindRoles(const std::vector<std::string>& header) {
     if (Matches(name, {"loglik", "logl", "ll"})) Claim(roles.logLik, i);
     if (Matches(name, {"k", "df", "npar"})) Claim(roles.k, i);
     if (Matches(name, {"n", "nobs"})) Claim(roles.n, i);
-    for (Criterion c : {Criterion::AIC, Criterion::AICc, Criterion::BIC, Criterion::QAIC}) {
+    for (Criterion c : kCriteria) {
       if (!Matches(name, {Name(c)})) continue;
       Claim(roles.criterion[static_cast<std::size_t>(c)], i);
       if (!roles.firstCriterion) roles.firstCriterion = c;

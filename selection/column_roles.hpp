@@ -18,7 +18,7 @@ struct ColumnRoles {
   std::optional<std::size_t> logLik;
   std::optional<std::size_t> k;
   std::optional<std::size_t> n;
-  std::array<std::optional<std::size_t>, 4> criterion;  // by Criterion
+  std::array<std::optional<std::size_t>, kCriterionCount> criterion;  // by Criterion
   std::optional<Criterion> firstCriterion;              // the leftmost criterion column's
 };
 

@@ -54,7 +54,9 @@ RankedSet RankOne(const CandidateTable& table, std::uint32_t set, const std::vec
 std::vector<RankedSet> Rank(const CandidateTable& table, const RankOptions& options) {
   std::vector<std::vector<std::size_t>> members(table.sets.size());
   if (table.sets.size() == 1) members[0].reserve(table.models.size());
-  for (std::size_t i = 0; i < table.models.size(); ++i) members[table.models[i].set].push_back(i);
+  for (std::size_t i = 0; i < table.models.size(); ++i) {
+    if (!options.keep || (*options.keep)[i]) members[table.models[i].set].push_back(i);
+  }
   std::vector<RankedSet> ranked;
   ranked.reserve(members.size());
   for (std::uint32_t set = 0; set < members.size(); ++set) {

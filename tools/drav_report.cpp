@@ -84,7 +84,8 @@ bool Write(std::string_view text) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average")) {
+  if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average" ||
+                    std::string_view(argv[1]) == "importance")) {
     return drav::cli::RunSelectionCommand(argc - 1, argv + 1);
   }
   std::setlocale(LC_ALL, "");

@@ -23,8 +23,12 @@
 #include "selection/output_buffer.hpp"
 #include "selection/ranking.hpp"
 #include "selection/table_layout.hpp"
+#include "selection/subset.hpp"
+#include "selection/svg_chart_writer.hpp"
 #include "selection/text_writer.hpp"
+#include "selection/wide_coefficients.hpp"
 #include "tools/selection_options.hpp"
+#include "tools/selection_terms.hpp"
 
 namespace drav::cli {
 namespace {
@@ -87,6 +91,7 @@ void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
     case OutputFormat::Markdown: sel::WriteMarkdown(layout, options.digits, out); break;
     case OutputFormat::Latex: sel::WriteLatex(layout, options.digits, out); break;
     case OutputFormat::Json: sel::WriteJson(layout, out); break;
+    case OutputFormat::Svg: sel::WriteSvg(layout, out); break;
   }
   FinishOutput();
 }
@@ -112,20 +117,46 @@ int Run(const SelectionOptions& options) {
   if (fstat(fileno(input.File()), &status) == 0 && S_ISREG(status.st_mode)) {
     load.expectedModels = static_cast<std::size_t>(status.st_size) / 16;
   }
+  // The wide form's terms are read beside the models, from the same rows.
+  const bool terms = options.importance || options.allTerms;
+  sel::WideCoefficients wide(input.Name(), options.load.byColumn);
+  if (terms && options.coefficients.empty()) load.observer = &wide;
   const sel::CandidateTable table = sel::LoadCandidates(reader, load);
-  for (const std::string& warning : table.warnings) {
-    if (options.strict) return Fail(kBadData, input.Name() + ": " + warning + " (--strict)");
-    std::fprintf(stderr, "drav-report: warning: %s: %s\n", input.Name().c_str(), warning.c_str());
-  }
-  const auto ranked = sel::Rank(table, {options.level, options.fileOrder});
-  if (!options.average) {
-    Write(sel::SelectionLayout(table, ranked, options.level), options);
+  const auto warn = [&](const std::vector<std::string>& warnings) {
+    for (const std::string& warning : warnings) {
+      if (options.strict) return Fail(kBadData, input.Name() + ": " + warning + " (--strict)");
+      std::fprintf(stderr, "drav-report: warning: %s: %s\n", input.Name().c_str(), warning.c_str());
+    }
     return kDone;
+  };
+  if (warn(table.warnings) != kDone) return kBadData;
+  auto ranked = sel::Rank(table, {options.level, options.fileOrder});
+  std::vector<bool> keep;
+  std::size_t kept = table.models.size();
+  if (options.subset.Any()) {
+    keep = sel::SubsetMask(table, ranked, options.subset);
+    ranked = sel::Rank(table, {options.level, options.fileOrder, &keep});
+    kept = 0;
+    for (const sel::RankedSet& set : ranked) kept += set.models.size();
   }
+  const auto write = [&](sel::OutputTable layout) {
+    sel::MarkSubset(layout, options.subset, kept, table.models.size());
+    Write(layout, options);
+    return kDone;
+  };
+  if (terms) {
+    const sel::Coefficients coefficients =
+        options.coefficients.empty() ? wide.Finish() : ReadCoefficientsFile(options.coefficients, table);
+    std::vector<std::string> warnings = coefficients.warnings;
+    const auto sets = SummariseTerms(options, table, ranked, coefficients, warnings);
+    if (warn(warnings) != kDone) return kBadData;
+    return options.allTerms ? write(sel::TermAverageLayout(table, coefficients, sets, options.level))
+                            : write(sel::ImportanceLayout(table, coefficients, sets));
+  }
+  if (!options.average) return write(sel::SelectionLayout(table, ranked, options.level));
   std::vector<sel::AveragedEstimate> averages;
   for (const sel::RankedSet& set : ranked) averages.push_back(sel::Average(table, set, options.level));
-  Write(sel::AverageLayout(table, averages, options.level), options);
-  return kDone;
+  return write(sel::AverageLayout(table, averages, options.level));
 }
 
 }  // namespace
