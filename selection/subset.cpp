@@ -11,7 +11,7 @@ std::vector<bool> SubsetMask(const CandidateTable& table, const std::vector<Rank
     for (const RankedModel& m : set.models) {
       const bool near = !options.deltaMax || m.delta <= *options.deltaMax;
       const bool high = !options.top || m.rank <= static_cast<std::int64_t>(*options.top);
-      keep[m.index] = m.rank == 1 || (near && high);
+      keep[m.index] = near && high;  // the best model has delta 0 and rank 1: always kept
     }
   }
   return keep;

@@ -134,8 +134,8 @@ INSTANTIATE_TEST_SUITE_P(
         // The same name in two sets: joined by the set when the file has
         // the --by column, refused as ambiguous when it has not.
         Case{"LongJoinsBySetAndName",
-             [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "site,model,term,estimate\nB,m1,x,5\n"); },
-             "x=[-,5]"},
+             [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "site,model,term,estimate\nB,m1,x,5\nA,m1,x,6\n"); },
+             "x=[6,5]"},
         Case{"LongAmbiguousWithoutSet",
              [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "model,term,estimate\nm1,x,5\n"); },
              "c.csv:2: column 'model' names model 'm1', which stands for more than one model of the table; give "
