@@ -25,6 +25,15 @@ sel::Coefficients ReadCoefficientsFile(const std::string& path, const sel::Candi
 std::vector<sel::SetTerms> SummariseTerms(const SelectionOptions& options, const sel::CandidateTable& table,
                                           const std::vector<sel::RankedSet>& ranked,
                                           const sel::Coefficients& coefficients, std::vector<std::string>& warnings) {
+  // A run without terms is a file of another kind, or the terms in a form
+  // Drav did not see; an empty table would hide that.
+  if (coefficients.terms.empty()) {
+    throw sel::DataError(options.coefficients.empty()
+                             ? (options.file == "-" ? std::string("standard input") : options.file) +
+                                   ": no term columns beside the models (numbers, NA, empty or +); give the terms "
+                                   "in long form with --coefficients FILE"
+                             : options.coefficients + ": no coefficient rows");
+  }
   std::vector<sel::SetTerms> sets;
   sets.reserve(ranked.size());
   for (const sel::RankedSet& set : ranked) {

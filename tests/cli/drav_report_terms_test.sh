@@ -23,6 +23,8 @@ m4,a,1,1
 m4,b,2,0.5
 CSV
 printf 'model,term,estimate\nm9,a,1\n' >"$tmp/stray.csv"
+printf 'model,AIC,x,x_se\na,1,2,-1\n' >"$tmp/bad-se.csv"
+printf 'model,AIC,family\na,1,gaussian\n' >"$tmp/no-terms.csv"
 
 # name | expected status | text that stdout (or, for a failure, stderr) holds | arguments
 while IFS='|' read -r name status holds args; do
@@ -44,6 +46,9 @@ subset in json|0|"delta_max": 1.5, "top": 2, "terms"|average --all --delta-max 1
 subset of the table|0|"delta_max": 1, "models": [|table --delta-max 1 --format json "$tmp/wide.csv"
 qaicc computed|0|"criterion": "qaicc"|table --criterion qaicc --chat 2 --format json "$tmp/wide.csv"
 every format|0|\\toprule|average --all --format latex "$tmp/wide.csv"
+table reads no terms|0|Ranked by AIC|table "$tmp/bad-se.csv"
+terms are read|4|bad-se.csv:2: column 'x_se' holds '-1', not a standard error|importance "$tmp/bad-se.csv"
+no terms|4|no term columns beside the models|importance "$tmp/no-terms.csv"
 stray coefficient|4|stray.csv:2: column 'model' names model 'm9', which the table does not hold|importance --coefficients "$tmp/stray.csv" "$tmp/wide.csv"
 missing coefficients|1|no-such.csv: No such file or directory|importance --coefficients "$tmp/no-such.csv" "$tmp/wide.csv"
 all and estimate|2|average takes --all or --estimate and --se, not both|average --all --estimate a --se a_se "$tmp/wide.csv"
