@@ -128,6 +128,9 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
   if (options.average && !options.allTerms && !options.coefficients.empty()) {
     throw UsageError("--coefficients FILE goes with importance and average --all");
   }
+  if (options.file == "-" && options.coefficients == "-") {
+    throw UsageError("FILE and --coefficients cannot both be standard input");
+  }
   if (options.format == OutputFormat::Svg && options.average) {
     throw UsageError("--format svg draws the table and importance; average has no chart");
   }

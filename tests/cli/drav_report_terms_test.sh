@@ -53,6 +53,7 @@ stray coefficient|4|stray.csv:2: column 'model' names model 'm9', which the tabl
 missing coefficients|1|no-such.csv: No such file or directory|importance --coefficients "$tmp/no-such.csv" "$tmp/wide.csv"
 all and estimate|2|average takes --all or --estimate and --se, not both|average --all --estimate a --se a_se "$tmp/wide.csv"
 average chart|2|average has no chart|average --all --format svg "$tmp/wide.csv"
+both from standard input|2|cannot both be standard input|importance --coefficients - -
 top zero|2|--top wants a whole number|table --top 0 "$tmp/wide.csv"
 negative delta|2|--delta-max wants a number of 0 or more|table --delta-max -1 "$tmp/wide.csv"
 qaicc without chat|2|QAICc computed from the log-likelihood needs --chat|table --criterion qaicc "$tmp/wide.csv"
