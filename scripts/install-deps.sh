@@ -16,8 +16,9 @@ packages=(
   # fuzzing and sanitizers
   clang libclang-rt-dev
   # the package's checks: Debian policy, software centres, manual pages,
-  # and the scalable icon drawn to compare with the PNG
-  lintian appstream mandoc librsvg2-bin
+  # and the scalable icon drawn to compare with the PNG; the charts of
+  # drav-report rendered (librsvg2-bin) and parsed as XML (libxml2-utils)
+  lintian appstream mandoc librsvg2-bin libxml2-utils
   # an independent check of the model-selection numbers, JSON read back,
   # and the LaTeX tables compiled as the manual says
   r-base-core r-cran-bbmle r-cran-broom python3

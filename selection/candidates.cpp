@@ -52,7 +52,8 @@ double ImpliedK(Criterion criterion, double given, double logLik, double n) {
     case Criterion::AIC: return d / 2;
     case Criterion::AICc: return d * (n - 1) / (2 * n + d);
     case Criterion::BIC: return d / std::log(n);
-    case Criterion::QAIC: break;
+    case Criterion::QAIC:
+    case Criterion::QAICc: break;
   }
   return kNotGiven;
 }
@@ -80,6 +81,7 @@ class RowReader {
   std::string ByName() const { return by_ ? header_[*by_] : std::string(); }
   bool Numbered() const { return !roles_.model && !roles_.rowName; }
   std::vector<std::string>& Notes() { return notes_; }
+  DecimalMark& Decimal() { return decimal_; }
 
   bool Estimates() const { return estimate_.has_value(); }
 
@@ -152,7 +154,8 @@ class RowReader {
       case Criterion::AIC: return "-2 logLik + 2K";
       case Criterion::AICc: return "-2 logLik + 2K + 2K(K+1)/(n-K-1)";
       case Criterion::BIC: return "-2 logLik + K ln n";
-      case Criterion::QAIC: break;
+      case Criterion::QAIC:
+      case Criterion::QAICc: break;
     }
     return {};
   }
@@ -168,13 +171,13 @@ class RowReader {
     }
     computed_ = !column(criterion_);
     const std::string title(Title(criterion_));
-    if (options.chat && criterion_ != Criterion::QAIC) {
-      throw UsageError("--chat is the overdispersion factor of QAIC, but the table is ranked by " + title +
-                       "; add --criterion qaic");
+    if (options.chat && !NeedsChat(criterion_)) {
+      throw UsageError("--chat is the overdispersion factor of QAIC and QAICc, but the table is ranked by " + title +
+                       "; add --criterion qaic or qaicc");
     }
     if (options.chat && !computed_) {
-      throw UsageError("--chat would change nothing: QAIC is read from column " + Quoted(header_[*column(criterion_)]) +
-                       " as the file gives it; leave out --chat");
+      throw UsageError("--chat would change nothing: " + title + " is read from column " +
+                       Quoted(header_[*column(criterion_)]) + " as the file gives it; leave out --chat");
     }
     if (!computed_) return;
     const std::string needs = NeedsN(criterion_) ? "loglik, k and n" : "loglik and k";
@@ -182,8 +185,8 @@ class RowReader {
       throw DataError(reader_.Name() + ": no column " + std::string(Name(criterion_)) + ", nor " + needs +
                       " to compute " + title + " from");
     }
-    if (criterion_ == Criterion::QAIC) {
-      if (!options.chat) throw UsageError("QAIC computed from the log-likelihood needs --chat");
+    if (NeedsChat(criterion_)) {
+      if (!options.chat) throw UsageError(title + " computed from the log-likelihood needs --chat");
       chat_ = *options.chat;
       if (chat_ < 1) {
         // Below 1 the data vary less than the model expects; the peers in R
@@ -219,8 +222,9 @@ class RowReader {
   }
 
   void CheckSample(const Candidate& c) const {
-    if (criterion_ == Criterion::AICc && !(c.n > c.k + 1)) {
-      throw DataError(Where() + "AICc needs n > K + 1, and here n = " + Shown(c.n) + " with K = " + Shown(c.k));
+    if (HasSmallSampleTerm(criterion_) && !(c.n > c.k + 1)) {
+      throw DataError(Where() + std::string(Title(criterion_)) + " needs n > K + 1, and here n = " + Shown(c.n) +
+                      " with K = " + Shown(c.k));
     }
   }
 
@@ -310,20 +314,9 @@ void WarnOfRepeatedNames(CandidateTable& table) {
 CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options) {
   CandidateTable table;
   if (!reader.Next()) throw DataError(reader.Name() + ": a header line but no models");
-  // A first row one field longer than the header is one of two things.
-  // Ending in an empty field, it is a spreadsheet's trailing separator: an
-  // empty column without a name. Otherwise it is write.table's layout, with
-  // row names under no header name at all, and every row is so.
   std::vector<std::string> header = reader.Header();
-  bool rowNames = false;
-  if (reader.Fields().size() == header.size() + 1) {
-    if (IsBlank(reader.Fields().back())) {
-      header.emplace_back();
-    } else {
-      header.insert(header.begin(), std::string());
-      rowNames = true;
-    }
-  }
+  const bool rowNames = AlignHeader(header, reader.Fields());
+  if (options.observer) options.observer->Start(header);
   RowReader rows(reader, std::move(header), rowNames, options);
   table.criterion = rows.Chosen();
   table.byName = rows.ByName();
@@ -350,6 +343,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
       if (isNew) table.sets.push_back(std::move(value));
       c.set = where->second;
     }
+    if (options.observer) options.observer->Row(reader.Fields(), reader.Line(), rows.Decimal());
     table.models.push_back(std::move(c));
     if (rows.Estimates()) table.estimates.push_back(rows.ReadEstimate());
   } while (reader.Next());

@@ -10,6 +10,7 @@
 
 #include "selection/criterion.hpp"
 #include "selection/delimited_reader.hpp"
+#include "selection/row_observer.hpp"
 
 namespace drav::selection {
 
@@ -25,6 +26,9 @@ struct LoadOptions {
   // An endless input of valid rows (`yes m,1`) would fill the memory; a
   // table takes about 130 bytes a model, so twenty million take 2.6 GB.
   std::size_t maxModels = 20'000'000;
+  // Shown the header and every record as the models are read, for what
+  // else the rows hold (the terms of a wide coefficient table); none: nothing.
+  RowObserver* observer = nullptr;
 };
 
 inline constexpr double kNotGiven = std::numeric_limits<double>::quiet_NaN();

@@ -38,13 +38,23 @@ ColumnRoles FindRoles(const std::vector<std::string>& header) {
     if (Matches(name, {"loglik", "logl", "ll"})) Claim(roles.logLik, i);
     if (Matches(name, {"k", "df", "npar"})) Claim(roles.k, i);
     if (Matches(name, {"n", "nobs"})) Claim(roles.n, i);
-    for (Criterion c : {Criterion::AIC, Criterion::AICc, Criterion::BIC, Criterion::QAIC}) {
+    for (Criterion c : kCriteria) {
       if (!Matches(name, {Name(c)})) continue;
       Claim(roles.criterion[static_cast<std::size_t>(c)], i);
       if (!roles.firstCriterion) roles.firstCriterion = c;
     }
   }
   return roles;
+}
+
+bool AlignHeader(std::vector<std::string>& header, std::span<const std::string_view> firstRow) {
+  if (firstRow.size() != header.size() + 1) return false;
+  if (Trimmed(firstRow.back()).empty()) {
+    header.emplace_back();
+    return false;
+  }
+  header.insert(header.begin(), std::string());
+  return true;
 }
 
 std::optional<std::size_t> FindColumn(const std::vector<std::string>& header, std::string_view name) {

@@ -5,6 +5,7 @@
 // a model is named by how it was fitted.
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,11 +20,18 @@ struct ColumnRoles {
   std::optional<std::size_t> logLik;
   std::optional<std::size_t> k;
   std::optional<std::size_t> n;
-  std::array<std::optional<std::size_t>, 4> criterion;  // by Criterion
+  std::array<std::optional<std::size_t>, kCriterionCount> criterion;  // by Criterion
   std::optional<Criterion> firstCriterion;              // the leftmost criterion column's
 };
 
 ColumnRoles FindRoles(const std::vector<std::string>& header);
+
+// Lines the header up with the rows when the first row is one field longer.
+// Ending in an empty field, the row has a spreadsheet's trailing separator:
+// the header gets an empty column without a name at its end. Otherwise it is
+// write.table's layout, with row names under no header name at all: the
+// header gets an empty name in front, and true says that every row is so.
+bool AlignHeader(std::vector<std::string>& header, std::span<const std::string_view> firstRow);
 
 // The column whose name matches `name` without case; the first of several.
 std::optional<std::size_t> FindColumn(const std::vector<std::string>& header, std::string_view name);

@@ -3,6 +3,7 @@
 // by row from the results, so that no writer knows about ranking or
 // averaging and no table is copied into cells first.
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -46,6 +47,23 @@ struct RowGroup {
   std::size_t end = 0;
 };
 
+// What a chart draws of a table: one bar per row, named by a text column,
+// as long as a value from 0 to 1. Columns are named by their keys.
+struct ChartPlan {
+  std::string label;       // names each bar
+  std::string bar;         // the bar's length, 0 to 1
+  std::string count;       // a count shown after the name, such as how many models hold a term; may be empty
+  std::string line;        // drawn as a line across the bars, such as the cumulative weight; may be empty
+  std::string mark;        // a flag: its rows drawn in the dark colour, the others light; may be empty
+  std::string barTitle;    // what the bars are, for the axis and the legend
+  std::string lineTitle;
+  std::string markTitle;   // the dark bars in the legend
+  std::string restLabel;   // the bar that stands for the rows past the chart's limit: "models", "terms"
+  // Weights add up, so the bar of the rows past the limit is their sum;
+  // importances do not, so it is the largest of them.
+  bool barsAddUp = true;
+};
+
 struct OutputTable {
   std::vector<Column> columns;
   std::size_t rows = 0;
@@ -54,6 +72,7 @@ struct OutputTable {
   std::vector<std::pair<std::string, Cell>> setFields;    // json fields of every set, such as the criterion
   std::string rowsKey;  // json key of each set's list of rows; empty when each row is its set's object
   std::string note;     // a line under the table in text
+  std::optional<ChartPlan> chart;  // none: the table has no chart
 };
 
 }  // namespace drav::selection

@@ -54,6 +54,7 @@ std::vector<RankedSet> Rank(const CandidateTable& table, const RankOptions& opti
   std::vector<Order> orders(table.sets.size());
   if (orders.size() == 1) orders[0].reserve(table.models.size());
   for (std::size_t i = 0; i < table.models.size(); ++i) {
+    if (options.keep && !(*options.keep)[i]) continue;
     const Candidate& c = table.models[i];
     orders[c.set].emplace_back(c.value, static_cast<std::uint32_t>(i));
   }

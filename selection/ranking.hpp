@@ -35,6 +35,9 @@ struct RankedSet {
 struct RankOptions {
   double level = 0.95;      // the confidence set's cumulative weight
   bool fileOrder = false;   // list the models as the file does; ranks and sums stay by rank
+  // By model of the table: which to rank, the others left out as if the file
+  // had not held them; none: every model. Each set must keep one at least.
+  const std::vector<bool>* keep = nullptr;
 };
 
 // One RankedSet per set, in order of the sets' first appearance.

@@ -55,7 +55,7 @@ OutputTable SelectionLayout(const CandidateTable& table, const std::vector<Ranke
                          }});
   out.columns.push_back({"loglik", "logLik", "$\\log L$", 2, false, [model](std::size_t i) { return Given(model(i).logLik); }});
   out.columns.push_back({std::string(Name(table.criterion)), criterion,
-                         table.criterion == Criterion::AICc ? "AIC$_c$" : criterion, 2, false,
+                         HasSmallSampleTerm(table.criterion) ? criterion.substr(0, criterion.size() - 1) + "$_c$" : criterion, 2, false,
                          [model](std::size_t i) { return NumberCell(model(i).value); }});
   out.columns.push_back({"delta", "Delta", "$\\Delta$", 2, false, [r](std::size_t i) { return NumberCell(r(i).delta); }});
   out.columns.push_back({"likelihood", "Likelihood", "$\\mathcal{L}$", 4, false,
@@ -73,6 +73,8 @@ OutputTable SelectionLayout(const CandidateTable& table, const std::vector<Ranke
   out.setFields.emplace_back("criterion", TextCell(Name(table.criterion)));
   out.setFields.emplace_back("level", NumberCell(level));
   out.rowsKey = "models";
+  out.chart = ChartPlan{"model", "weight", "", "cumulative_weight", "confidence_set", criterion + " weight",
+                        "Cumulative weight", Percent(level) + " confidence set", "models"};
   out.note = "Ranked by " + criterion + "; * marks the " + Percent(level) +
              " confidence set, the best models whose weights add up to " + Percent(level) + ".";
   return out;

@@ -96,7 +96,8 @@ int main(int argc, char** argv) {
   // ends the program quietly, even when the shell that started it ignores
   // the signal.
   std::signal(SIGPIPE, SIG_DFL);
-  if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average")) {
+  if (argc >= 2 && (std::string_view(argv[1]) == "table" || std::string_view(argv[1]) == "average" ||
+                    std::string_view(argv[1]) == "importance")) {
     return drav::cli::RunSelectionCommand(argc - 1, argv + 1);
   }
   std::setlocale(LC_ALL, "");

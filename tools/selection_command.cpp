@@ -24,8 +24,12 @@
 #include "selection/output_buffer.hpp"
 #include "selection/ranking.hpp"
 #include "selection/table_layout.hpp"
+#include "selection/subset.hpp"
+#include "selection/svg_chart_writer.hpp"
 #include "selection/text_writer.hpp"
+#include "selection/wide_coefficients.hpp"
 #include "tools/selection_options.hpp"
+#include "tools/selection_terms.hpp"
 
 namespace drav::cli {
 namespace {
@@ -101,6 +105,7 @@ void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
     case OutputFormat::Markdown: sel::WriteMarkdown(layout, options.digits, out); break;
     case OutputFormat::Latex: sel::WriteLatex(layout, options.digits, out); break;
     case OutputFormat::Json: sel::WriteJson(layout, out); break;
+    case OutputFormat::Svg: sel::WriteSvg(layout, out); break;
   }
   FinishOutput();
 }
@@ -130,14 +135,40 @@ int Run(const SelectionOptions& options) {
   if (fstat(fileno(input.File()), &status) == 0 && S_ISREG(status.st_mode)) {
     load.expectedModels = std::min(load.maxModels, static_cast<std::size_t>(status.st_size) / 3 + 1);
   }
+  // The wide form's terms are read beside the models, from the same rows.
+  const bool terms = options.importance || options.allTerms;
+  sel::WideCoefficients wide(input.Name(), options.load.byColumn, options.load.modelColumn);
+  if (terms && options.coefficients.empty()) load.observer = &wide;
   const sel::CandidateTable table = sel::LoadCandidates(reader, load);
   for (const std::string& note : table.notes) std::fprintf(stderr, "drav-report: note: %s\n", note.c_str());
-  if (!Warn(input.Name(), table.warnings, options.strict)) return kBadData;
-  const auto ranked = sel::Rank(table, {options.level, options.fileOrder});
-  if (!options.average) {
-    Write(sel::SelectionLayout(table, ranked, options.level), options);
-    return kDone;
+  const auto warn = [&](const std::vector<std::string>& warnings) {
+    return Warn(input.Name(), warnings, options.strict) ? kDone : kBadData;
+  };
+  if (warn(table.warnings) != kDone) return kBadData;
+  auto ranked = sel::Rank(table, {options.level, options.fileOrder});
+  std::vector<bool> keep;
+  std::size_t kept = table.models.size();
+  if (options.subset.Any()) {
+    keep = sel::SubsetMask(table, ranked, options.subset);
+    ranked = sel::Rank(table, {options.level, options.fileOrder, &keep});
+    kept = 0;
+    for (const sel::RankedSet& set : ranked) kept += set.models.size();
   }
+  const auto write = [&](sel::OutputTable layout) {
+    sel::MarkSubset(layout, options.subset, kept, table.models.size());
+    Write(layout, options);
+    return kDone;
+  };
+  if (terms) {
+    const sel::Coefficients coefficients =
+        options.coefficients.empty() ? wide.Finish() : ReadCoefficientsFile(options.coefficients, table);
+    std::vector<std::string> warnings = coefficients.warnings;
+    const auto sets = SummariseTerms(options, table, ranked, coefficients, warnings);
+    if (warn(warnings) != kDone) return kBadData;
+    return options.allTerms ? write(sel::TermAverageLayout(table, coefficients, sets, options.level))
+                            : write(sel::ImportanceLayout(table, coefficients, sets));
+  }
+  if (!options.average) return write(sel::SelectionLayout(table, ranked, options.level));
   std::vector<sel::AveragedEstimate> averages;
   std::vector<std::string> without;
   for (const sel::RankedSet& set : ranked) {
@@ -150,9 +181,8 @@ int Run(const SelectionOptions& options) {
   if (without.size() == averages.size()) {
     return Fail(kBadData, input.Name() + ": no model has an estimate in column '" + options.load.estimateColumn + "'");
   }
-  if (!Warn(input.Name(), without, options.strict)) return kBadData;
-  Write(sel::AverageLayout(table, averages, options.level), options);
-  return kDone;
+  if (warn(without) != kDone) return kBadData;
+  return write(sel::AverageLayout(table, averages, options.level));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ using selection::UsageError;
 constexpr std::pair<std::string_view, OutputFormat> kFormats[] = {
     {"text", OutputFormat::Text},         {"csv", OutputFormat::Csv},     {"tsv", OutputFormat::Tsv},
     {"markdown", OutputFormat::Markdown}, {"latex", OutputFormat::Latex}, {"json", OutputFormat::Json},
+    {"svg", OutputFormat::Svg},
 };
 
 double PositiveNumber(std::string_view option, std::string_view text) {
@@ -29,6 +30,7 @@ double PositiveNumber(std::string_view option, std::string_view text) {
 SelectionOptions ParseSelectionOptions(int argc, char** argv) {
   SelectionOptions options;
   options.average = std::string_view(argv[0]) == "average";
+  options.importance = std::string_view(argv[0]) == "importance";
   bool optionsEnded = false;
   bool haveFile = false;
   for (int i = 1; i < argc; ++i) {
@@ -55,6 +57,10 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       options.strict = true;
       continue;
     }
+    if (arg == "--all" && options.average) {
+      options.allTerms = true;
+      continue;
+    }
     // Every other option takes a value, as --name VALUE or --name=VALUE.
     std::string_view name = arg;
     std::string_view value;
@@ -69,7 +75,9 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
     if (value.empty()) throw UsageError(std::string(name) + " needs a value");
     if (name == "--criterion") {
       options.load.criterion = selection::CriterionNamed(value);
-      if (!options.load.criterion) throw UsageError("--criterion is aic, aicc, bic or qaic, not '" + std::string(value) + "'");
+      if (!options.load.criterion) {
+        throw UsageError("--criterion is aic, aicc, bic, qaic or qaicc, not '" + std::string(value) + "'");
+      }
     } else if (name == "--chat") {
       options.load.chat = PositiveNumber(name, value);
     } else if (name == "--level") {
@@ -90,10 +98,23 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       options.load.estimateColumn = value;
     } else if (name == "--se" && options.average) {
       options.load.seColumn = value;
+    } else if (name == "--coefficients" && (options.average || options.importance)) {
+      options.coefficients = value;
+    } else if (name == "--delta-max") {
+      const auto number = selection::ParseNumber(value, false);
+      if (!number || *number < 0) throw UsageError("--delta-max wants a number of 0 or more, not '" + std::string(value) + "'");
+      options.subset.deltaMax = *number;
+    } else if (name == "--top") {
+      std::size_t top = 0;
+      const auto result = std::from_chars(value.data(), value.data() + value.size(), top);
+      if (result.ec != std::errc() || result.ptr != value.data() + value.size() || top == 0) {
+        throw UsageError("--top wants a whole number of models, 1 or more, not '" + std::string(value) + "'");
+      }
+      options.subset.top = top;
     } else if (name == "--format") {
       const auto* found = std::find_if(std::begin(kFormats), std::end(kFormats), [&](const auto& f) { return f.first == value; });
       if (found == std::end(kFormats)) {
-        throw UsageError("--format is text, csv, tsv, markdown, latex or json, not '" + std::string(value) + "'");
+        throw UsageError("--format is text, csv, tsv, markdown, latex, json or svg, not '" + std::string(value) + "'");
       }
       options.format = found->second;
     } else if (name == "--digits") {
@@ -108,8 +129,19 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
     }
   }
   if (!haveFile) throw UsageError("no FILE given (- reads standard input)");
-  if (options.average && (options.load.estimateColumn.empty() || options.load.seColumn.empty())) {
-    throw UsageError("average needs --estimate COLUMN and --se COLUMN");
+  const bool oneEstimate = !options.load.estimateColumn.empty() || !options.load.seColumn.empty();
+  if (options.allTerms && oneEstimate) throw UsageError("average takes --all or --estimate and --se, not both");
+  if (options.average && !options.allTerms && (options.load.estimateColumn.empty() || options.load.seColumn.empty())) {
+    throw UsageError("average needs --estimate COLUMN and --se COLUMN, or --all");
+  }
+  if (options.average && !options.allTerms && !options.coefficients.empty()) {
+    throw UsageError("--coefficients FILE goes with importance and average --all");
+  }
+  if (options.file == "-" && options.coefficients == "-") {
+    throw UsageError("FILE and --coefficients cannot both be standard input");
+  }
+  if (options.format == OutputFormat::Svg && options.average) {
+    throw UsageError("--format svg draws the table and importance; average has no chart");
   }
   return options;
 }
@@ -119,6 +151,8 @@ std::string_view SelectionSummary() {
 Model-selection tables from any delimited text with a header row:
   drav-report table [OPTIONS] FILE|-
   drav-report average [OPTIONS] --estimate COLUMN --se COLUMN FILE|-
+  drav-report average [OPTIONS] --all [--coefficients FILE] FILE|-
+  drav-report importance [OPTIONS] [--coefficients FILE] FILE|-
 See drav-report table --help.
 )";
 }
@@ -126,6 +160,8 @@ See drav-report table --help.
 std::string_view SelectionHelp() {
   return R"(Usage: drav-report table [OPTIONS] FILE|-
        drav-report average [OPTIONS] --estimate COLUMN --se COLUMN FILE|-
+       drav-report average [OPTIONS] --all [--coefficients CFILE] FILE|-
+       drav-report importance [OPTIONS] [--coefficients CFILE] FILE|-
 
 table ranks the models of FILE by an information criterion and prints each
 model's rank, K, log-likelihood, criterion, difference from the best (delta),
@@ -134,24 +170,42 @@ whether it belongs to the confidence set. average prints the model-averaged
 estimate of one parameter with its unconditional standard error (revised
 form) and confidence interval, over the models that have the parameter.
 
+importance prints, for each term, the sum of the weights of the models that
+hold it and how many models hold it, by importance. average --all prints
+every term's importance, its conditional average (over the models that hold
+it, weights renormalised) with the revised unconditional SE and interval, and
+its full average (a model without the term counts as 0 with SE 0) with SE.
+
 FILE is comma-, tab- or semicolon-separated text with a header row, as
 write.csv, spreadsheets and Stata write it; - reads standard input. Columns
 are found by name, without case: model (name, modnames, formula, call),
-aic, aicc, bic, qaic, loglik (logl, ll), k (df, npar), n (nobs). Text is
-UTF-8, UTF-16 with a byte-order mark, or Windows-1252 (taken when the
-first byte outside ASCII is not UTF-8). The decimal mark is a full stop
+aic, aicc, bic, qaic, qaicc, loglik (logl, ll), k (df, npar), n (nobs).
+Text is UTF-8, UTF-16 with a byte-order mark, or Windows-1252 (taken when
+the first byte outside ASCII is not UTF-8). The decimal mark is a full stop
 with commas between fields; with semicolons or tabs the first number that
 has a mark decides. K is taken as given: it counts every estimated
-parameter, and a criterion column that disagrees with logLik and K is
-warned of.
+parameter (Drav never adds one for C), and a criterion column that
+disagrees with logLik and K is warned of.
+
+Terms come in one of two forms. Wide, as all-subsets tables are exported:
+every other column of FILE whose cells are numbers, NA, empty or + (a factor
+the model holds) is a term; delta and weight columns are never terms and
+never read. A column named TERM_se (TERM.se, se_TERM, se.TERM) holds TERM's
+standard errors. Long, as tidy coefficient tables are written: --coefficients
+CFILE with columns model, term, estimate and std.error (or se), one row per
+model and term, joined to FILE by model name (and by the --by column when
+CFILE has it). Any quantity averages this way, predictions too: one term per
+predicted point.
 
 Options:
-  --criterion aic|aicc|bic|qaic  rank by this criterion; taken from its column
-                   when there is one, else computed from loglik, k and n.
-                   Default: the first criterion column, else AICc when n is
-                   given, else AIC.
-  --chat C         the overdispersion factor of a QAIC computed from loglik
-                   (with --criterion qaic only; below 1 it is taken as 1)
+  --criterion aic|aicc|bic|qaic|qaicc  rank by this criterion; taken from its
+                   column when there is one, else computed from loglik, k
+                   and n. Default: the first criterion column, else AICc
+                   when n is given, else AIC.
+  --chat C         the overdispersion factor of a QAIC or QAICc computed from
+                   loglik: -2 loglik / C + 2K (+ 2K(K+1)/(n-K-1) for QAICc),
+                   K as FILE gives it; with --criterion qaic or qaicc only,
+                   and below 1 it is taken as 1
   --level L        the confidence set's cumulative weight, and the interval's
                    level for average (default 0.95); models tied with the
                    set's last member are in it too
@@ -159,15 +213,22 @@ Options:
   --model COLUMN   the column that names the models
   --decimal .|,    the decimal mark, instead of the file's cells deciding
   --encoding utf-8|windows-1252   the text's encoding, instead of detecting
-  --format F       text (default), csv, tsv, markdown, latex or json
+  --delta-max D    keep the models within D of the best of their set
+  --top N          keep the N best models of each set; weights, importance
+                   and averages are computed again over what is kept
+  --format F       text (default), csv, tsv, markdown, latex, json, or svg
+                   (a bar chart; table and importance)
   --digits N       decimals in text, markdown and latex
-  --no-sort        list the models in file order (ranks stay by criterion)
+  --no-sort        list the models (or terms) in file order (ranks stay by
+                   criterion)
   --strict         treat warnings (models fitted to different n, a name
                    given twice, a criterion that disagrees with logLik and
                    K, a row without its --by value, a set without the
-                   estimate) as errors
+                   estimate, terms in unequal numbers of models) as errors
   --estimate COLUMN, --se COLUMN   (average) the parameter and its SE;
                    models whose estimate is empty or NA are left out
+  --all            (average) every term, from the wide columns or CFILE
+  --coefficients CFILE   (importance, average --all) the terms in long form
 
 Exit status: 0 done; 1 FILE cannot be opened or read; 2 bad usage; 4 bad
 data (the message names file:line and the column); 5 the output could not

@@ -1,17 +1,22 @@
 #pragma once
-// The command line of `drav-report table` and `drav-report average`.
+// The command line of `drav-report table`, `average` and `importance`.
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "selection/candidates.hpp"
+#include "selection/subset.hpp"
 
 namespace drav::cli {
 
-enum class OutputFormat { Text, Csv, Tsv, Markdown, Latex, Json };
+enum class OutputFormat { Text, Csv, Tsv, Markdown, Latex, Json, Svg };
 
 struct SelectionOptions {
   bool average = false;  // `average` rather than `table`
+  bool importance = false;  // `importance`
+  bool allTerms = false;    // average --all: every term rather than --estimate
+  std::string coefficients;  // --coefficients FILE: the terms in long form; empty: the table's own columns
+  selection::SubsetOptions subset;
   bool help = false;
   selection::LoadOptions load;
   selection::InputEncoding encoding = selection::InputEncoding::Detect;

@@ -36,7 +36,7 @@ check_text "folder message" "$tmp/err" "Is a directory"
 run 2 "no file" table
 run 2 "unknown option" table --sort "$example"
 run 2 "bad format" table --format html "$example"
-check_text "bad format message" "$tmp/err" "--format is text, csv, tsv, markdown, latex or json"
+check_text "bad format message" "$tmp/err" "--format is text, csv, tsv, markdown, latex, json or svg"
 run 2 "two files" table "$example" "$example"
 run 2 "average without columns" average "$example"
 run 2 "level of one" table --level 1 "$example"

@@ -55,6 +55,11 @@ INSTANTIATE_TEST_SUITE_P(
         // Asked for QAIC with c = 2: -2(-1)/2 + 2*2.
         Choice{"QaicWithItsFactor", "model,loglik,k\na,-1,2\n", Criterion::QAIC, 5,
                [](LoadOptions& o) { o.criterion = Criterion::QAIC; o.chat = 2; }},
+        // QAICc with c = 2 and n = 10: -2(-1)/2 + 2*2 + 2*2*3/(10-2-1) = 5 + 12/7.
+        Choice{"QaiccWithItsFactor", "model,loglik,k,n\na,-1,2,10\n", Criterion::QAICc, 5 + 12.0 / 7,
+               [](LoadOptions& o) { o.criterion = Criterion::QAICc; o.chat = 2; }},
+        Choice{"QaiccColumn", "model,AIC,QAICc\na,1,12\n", Criterion::QAICc, 12,
+               [](LoadOptions& o) { o.criterion = Criterion::QAICc; }},
         // k is shown but not needed when AIC has its column.
         Choice{"UnneededCellMayBeNA", "model,AIC,k\na,10,NA\n", Criterion::AIC, 10},
         // European spreadsheets: semicolons and decimal commas; the first
@@ -125,6 +130,9 @@ INSTANTIATE_TEST_SUITE_P(
         // n = K + 1: 2K(K+1)/(n-K-1) divides by zero.
         Refusal{"AiccTooFewObservations", "model,loglik,k,n\na,-1,2,20\nb,-1,3,4\n",
                 "d.csv:3: AICc needs n > K + 1, and here n = 4 with K = 3"},
+        Refusal{"QaiccTooFewObservations", "model,loglik,k,n\na,-1,3,4\n",
+                "d.csv:2: QAICc needs n > K + 1, and here n = 4 with K = 3",
+                [](LoadOptions& o) { o.criterion = Criterion::QAICc; o.chat = 1.5; }},
         // -2 * -1e308 overflows.
         Refusal{"CriterionOverflows", "model,loglik,k\na,-1e308,2\n",
                 "d.csv:2: AIC computed from this line is not a finite number"},
@@ -138,8 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return info.param.name; });
 
 TEST(Criterion, NamesReadBack) {
-  for (Criterion c : {Criterion::AIC, Criterion::AICc, Criterion::BIC, Criterion::QAIC})
-    EXPECT_EQ(CriterionNamed(Name(c)), c);
+  for (Criterion c : kCriteria) EXPECT_EQ(CriterionNamed(Name(c)), c);
   EXPECT_FALSE(CriterionNamed("dic"));
 }
 

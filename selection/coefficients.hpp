@@ -1,0 +1,36 @@
+#pragma once
+// The terms of the candidate models, stored by term as dense columns over
+// the models of the table: a million models of ten terms are ten arrays of a
+// million numbers, not a million small maps, so that summing a term's
+// weights walks memory in order.
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace drav::selection {
+
+struct Term {
+  std::string name;
+  // By model index of CandidateTable::models. A model holds the term when
+  // `held` is 1; its estimate and SE are NaN where the file gives no number
+  // (a factor marked only "+", a missing SE).
+  std::vector<double> estimate;
+  std::vector<double> se;
+  std::vector<std::uint8_t> held;
+
+  explicit Term(std::string termName, std::size_t models = 0)
+      : name(std::move(termName)),
+        estimate(models, std::numeric_limits<double>::quiet_NaN()),
+        se(models, std::numeric_limits<double>::quiet_NaN()),
+        held(models, 0) {}
+};
+
+struct Coefficients {
+  std::vector<Term> terms;  // in the order the file first names them
+  // Things the reader should know that do not stop the run.
+  std::vector<std::string> warnings;
+};
+
+}  // namespace drav::selection

@@ -1,0 +1,50 @@
+#pragma once
+// Terms as all-subsets exports lay them out: one column per term beside the
+// model's criterion, holding its estimate, NA or nothing where the model
+// lacks the term, and "+" for a factor the model holds.
+//
+// A term column is any column without a role (name, logLik, K, n, a
+// criterion, the --by column, and delta and weight, which Drav computes
+// itself and never reads) whose every cell is a number, NA, empty or "+". A
+// column named after a term with "_se", ".se", " se" after it or "se_",
+// "se." before it holds that term's standard errors.
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "selection/coefficients.hpp"
+#include "selection/row_observer.hpp"
+
+namespace drav::selection {
+
+class WideCoefficients : public RowObserver {
+ public:
+  // `name` stands for the file in messages; `byColumn` and `modelColumn` as
+  // LoadOptions has them, empty when not given.
+  WideCoefficients(std::string name, std::string byColumn, std::string modelColumn = {})
+      : name_(std::move(name)), byColumn_(std::move(byColumn)), modelColumn_(std::move(modelColumn)) {}
+
+  void Start(const std::vector<std::string>& header) override;
+  void Row(std::span<const std::string_view> fields, std::int64_t line, DecimalMark& decimal) override;
+
+  // The terms of the rows read; the columns that held text are not among
+  // them.
+  Coefficients Finish();
+
+ private:
+  struct Candidate {
+    std::size_t column;
+    std::optional<std::size_t> seColumn;
+    bool isTerm = true;  // false once a cell is neither a number, NA, empty nor "+"
+    std::int64_t textLine = 0;  // where it stopped being a term
+    Term term;
+  };
+  std::string name_;
+  std::string byColumn_;
+  std::string modelColumn_;
+  std::vector<std::string> header_;
+  std::size_t rows_ = 0;
+  std::vector<Candidate> columns_;
+};
+
+}  // namespace drav::selection

@@ -1,0 +1,146 @@
+// Terms read in both forms: which columns of a wide table are terms, and how
+// a long coefficient file joins its rows to the models, or why it cannot.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "selection/candidates.hpp"
+#include "selection/errors.hpp"
+#include "selection/long_coefficients.hpp"
+#include "selection/number_text.hpp"
+#include "selection/wide_coefficients.hpp"
+#include "tests/selection/memory_input.hpp"
+
+namespace drav::selection {
+namespace {
+
+// The terms as one line: name=[cell,...] per term, a cell "-" where the
+// model lacks the term, "+" where it holds it without a number, else the
+// estimate and "~SE" when there is one.
+std::string Shown(const Coefficients& coefficients) {
+  std::string text;
+  for (const Term& term : coefficients.terms) {
+    if (!text.empty()) text += ' ';
+    text += term.name + "=[";
+    for (std::size_t m = 0; m < term.held.size(); ++m) {
+      if (m > 0) text += ',';
+      if (!term.held[m]) {
+        text += '-';
+      } else if (std::isnan(term.estimate[m])) {
+        text += '+';
+      } else {
+        AppendShortest(text, term.estimate[m]);
+        if (!std::isnan(term.se[m])) {
+          text += '~';
+          AppendShortest(text, term.se[m]);
+        }
+      }
+    }
+    text += ']';
+  }
+  for (const std::string& warning : coefficients.warnings) text += " warning: " + warning;
+  return text;
+}
+
+std::string Wide(const std::string& text, const std::string& by) {
+  auto file = testing_support::MemoryInput(text);
+  DelimitedReader reader(file.get(), "t.csv");
+  WideCoefficients wide("t.csv", by);
+  LoadOptions options;
+  options.byColumn = by;
+  options.observer = &wide;
+  LoadCandidates(reader, options);
+  return Shown(wide.Finish());
+}
+
+std::string Long(const std::string& tableText, const std::string& by, const std::string& longText) {
+  auto tableFile = testing_support::MemoryInput(tableText);
+  DelimitedReader tableReader(tableFile.get(), "t.csv");
+  LoadOptions options;
+  options.byColumn = by;
+  const CandidateTable table = LoadCandidates(tableReader, options);
+  auto file = testing_support::MemoryInput(longText);
+  DelimitedReader reader(file.get(), "c.csv");
+  return Shown(ReadLongCoefficients(reader, table));
+}
+
+struct Case {
+  const char* name;
+  std::function<std::string()> read;
+  std::string expected;  // Shown(), or the DataError's message
+};
+
+void PrintTo(const Case& c, std::ostream* os) { *os << c.name; }
+
+class Coefficient : public ::testing::TestWithParam<Case> {};
+
+TEST_P(Coefficient, ReadsTermsOrSaysWhy) {
+  std::string got;
+  try {
+    got = GetParam().read();
+  } catch (const DataError& error) {
+    got = error.what();
+  }
+  EXPECT_EQ(got, GetParam().expected);
+}
+
+const std::string kTwoModels = "model,AIC\nm1,1\nm2,2\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, Coefficient,
+    ::testing::Values(
+        // As write.csv writes an all-subsets table: row names under an empty
+        // header name, "+" for a factor, delta and weight beside the terms.
+        Case{"WideAllSubsetsExport",
+             [] { return Wide("\"\",(Intercept),cyl,wt,df,logLik,AICc,delta,weight\n"
+                              "1,30,+,-3,5,-70,150,0,0.6\n2,31,NA,,4,-72,152,2,0.4\n", ""); },
+             "(Intercept)=[30,31] cyl=[+,-] wt=[-3,-]"},
+        Case{"WideSeColumnsOfEachSpelling",
+             [] { return Wide("model,AIC,wt,wt_se,se.hp,hp\na,1,2,0.5,0.1,3\nb,2,NA,NA,,\n", ""); },
+             "wt=[2~0.5,-] hp=[3~0.1,-]"},
+        // Labels are no term; the --by column and the weights of ranked
+        // tables are no term either, though they hold numbers.
+        Case{"WideTextByAndComputedColumns",
+             [] { return Wide("model,AIC,family,site,AICcWt,Delta_AICc,x\na,1,gaussian,3,1,0,4\n", "site"); },
+             "x=[4]"},
+        Case{"WideDecimalComma", [] { return Wide("model;AIC;x\na;1;2,5\n", ""); }, "x=[2.5]"},
+        // Drav's own table read back holds no term.
+        Case{"WideDravTableHasNoTerms",
+             [] { return Wide("rank,model,k,loglik,aicc,delta,likelihood,weight,cumulative_weight,evidence_ratio,"
+                              "confidence_set\n1,a,2,-1,6,0,1,1,1,1,true\n", ""); },
+             ""},
+        Case{"WideNumbersThenText", [] { return Wide("model,AIC,x\na,1,2\nb,2,oops\n", ""); },
+             " warning: column 'x' holds text on line 3 after numbers, so it is not read as a term"},
+        Case{"WideNegativeSe", [] { return Wide("model,AIC,x,x_se\na,1,2,-1\n", ""); },
+             "t.csv:2: column 'x_se' holds '-1', not a standard error"},
+        // Tidy rows, a model without rows, and an NA estimate (an aliased
+        // coefficient) that the model then does not hold.
+        Case{"LongJoinsByName",
+             [] { return Long(kTwoModels, "", "model,term,estimate,std.error\nm1,(Intercept),1,0.5\nm1,x,2,0.25\n"
+                                              "m2,(Intercept),3,NA\nm2,x,NA,NA\n"); },
+             "(Intercept)=[1~0.5,3] x=[2~0.25,-]"},
+        Case{"LongSeSpelledSe", [] { return Long(kTwoModels, "", "term,model,estimate,se\nx,m2,4,1\n"); },
+             "x=[-,4~1]"},
+        Case{"LongUnknownModel", [] { return Long(kTwoModels, "", "model,term,estimate\nm3,x,1\n"); },
+             "c.csv:2: column 'model' names model 'm3', which the table does not hold"},
+        Case{"LongTermTwice", [] { return Long(kTwoModels, "", "model,term,estimate\nm1,x,1\nm1,x,2\n"); },
+             "c.csv:3: column 'term' gives term 'x' of model 'm1' a second time"},
+        Case{"LongEstimateNotANumber", [] { return Long(kTwoModels, "", "model,term,estimate\nm1,x,abc\n"); },
+             "c.csv:2: column 'estimate' holds 'abc', not a number"},
+        Case{"LongNegativeSe", [] { return Long(kTwoModels, "", "model,term,estimate,std.error\nm1,x,1,-2\n"); },
+             "c.csv:2: column 'std.error' holds '-2', not a standard error"},
+        Case{"LongWithoutTermColumn", [] { return Long(kTwoModels, "", "model,estimate\nm1,1\n"); },
+             "c.csv: no column named 'term'"},
+        // The same name in two sets: joined by the set when the file has
+        // the --by column, refused as ambiguous when it has not.
+        Case{"LongJoinsBySetAndName",
+             [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "site,model,term,estimate\nB,m1,x,5\nA,m1,x,6\n"); },
+             "x=[6,5]"},
+        Case{"LongAmbiguousWithoutSet",
+             [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "model,term,estimate\nm1,x,5\n"); },
+             "c.csv:2: column 'model' names model 'm1', which stands for more than one model of the table; give "
+             "the coefficients a column 'site'"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace drav::selection
