@@ -56,6 +56,7 @@ void AppendEscaped(std::string& out, std::string_view text) {
       case '<': out += "\\textless{}"; break;
       case '>': out += "\\textgreater{}"; break;
       case '|': out += "\\textbar{}"; break;
+      case '`': out += "\\textasciigrave{}"; break;
       default:
         // A line end would end the row, and other control characters stop
         // LaTeX as invalid.

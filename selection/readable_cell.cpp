@@ -8,7 +8,15 @@ std::string ReadableCell(const Cell& cell, const Column& column, std::optional<i
   std::string text;
   switch (cell.kind) {
     case CellKind::Empty: break;
-    case CellKind::Text: text = cell.text; break;
+    case CellKind::Text:
+      // A table for people has one line a row, and a terminal would act on
+      // a control character: a name's line ends, tabs and the like are
+      // blanks there.
+      text = cell.text;
+      for (char& c : text) {
+        if (static_cast<unsigned char>(c) < 0x20) c = ' ';
+      }
+      break;
     case CellKind::Number: text = Rounded(cell.number, digits.value_or(column.digits)); break;
     case CellKind::Count: AppendShortest(text, cell.number); break;
     case CellKind::Flag:

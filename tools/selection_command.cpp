@@ -161,7 +161,7 @@ int Run(const SelectionOptions& options) {
   };
   if (terms) {
     const sel::Coefficients coefficients =
-        options.coefficients.empty() ? wide.Finish() : ReadCoefficientsFile(options.coefficients, table);
+        options.coefficients.empty() ? wide.Finish() : ReadCoefficientsFile(options, table);
     std::vector<std::string> warnings = coefficients.warnings;
     const auto sets = SummariseTerms(options, table, ranked, coefficients, warnings);
     if (warn(warnings) != kDone) return kBadData;

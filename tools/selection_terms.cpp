@@ -13,13 +13,14 @@ namespace drav::cli {
 
 namespace sel = drav::selection;
 
-sel::Coefficients ReadCoefficientsFile(const std::string& path, const sel::CandidateTable& table) {
+sel::Coefficients ReadCoefficientsFile(const SelectionOptions& options, const sel::CandidateTable& table) {
+  const std::string& path = options.coefficients;
   const bool standardInput = path == "-";
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(standardInput ? stdin : std::fopen(path.c_str(), "rb"),
                                                         standardInput ? [](std::FILE*) { return 0; } : &std::fclose);
   if (!file) throw sel::ReadError(path, errno);
-  sel::DelimitedReader reader(file.get(), standardInput ? "standard input" : path);
-  return sel::ReadLongCoefficients(reader, table);
+  sel::DelimitedReader reader(file.get(), standardInput ? "standard input" : path, {}, options.encoding);
+  return sel::ReadLongCoefficients(reader, table, options.load.decimal);
 }
 
 std::vector<sel::SetTerms> SummariseTerms(const SelectionOptions& options, const sel::CandidateTable& table,

@@ -14,7 +14,7 @@ namespace drav::cli {
 
 // Opens and reads --coefficients FILE; throws ReadError when it cannot be
 // read and DataError as ReadLongCoefficients does.
-selection::Coefficients ReadCoefficientsFile(const std::string& path, const selection::CandidateTable& table);
+selection::Coefficients ReadCoefficientsFile(const SelectionOptions& options, const selection::CandidateTable& table);
 
 // Each set's terms: importance only, or with every average for --all.
 // Adds to `warnings` the sets whose terms appear in unequal numbers of

@@ -172,12 +172,23 @@ TEST(Candidates, RowNamesAndSets) {
 }
 
 TEST(Candidates, WarnsOfDifferentNAndRepeatedNames) {
-  const CandidateTable table = Load("model,loglik,k,n\na,-1,1,30\nb,-1,1,30\na,-1,1,31\nb,-2,1,30\n");
+  const CandidateTable table = Load("model,loglik,k,n\na,-1,1,30\nb,-1,1,30\na,-1,1,31\nb,-2,1,30\nc,-1,1,32\n");
   EXPECT_EQ(table.warnings,
             (std::vector<std::string>{
                 "the models were fitted to different numbers of observations (n = 30 on line 2, n = 31 on line 4); "
                 "their criteria are not comparable",
                 "the model name 'a' is given twice (lines 2 and 4), and 1 more names are repeated"}));
+  // Once a set, each naming its set and its first two sizes.
+  const CandidateTable sets = Load("s,model,loglik,k,n\nx,a,-1,1,30\ny,b,-1,1,20\nx,c,-1,1,31\ny,d,-1,1,21\n"
+                                   "x,e,-1,1,32\ny,f,-1,1,22\n",
+                                   [](LoadOptions& o) { o.byColumn = "s"; });
+  ASSERT_EQ(sets.warnings.size(), 2u);
+  EXPECT_NE(sets.warnings[0].find("the models of set 'x' were fitted to different numbers of observations (n = 30 "
+                                  "on line 2, n = 31 on line 4)"),
+            std::string::npos);
+  EXPECT_NE(sets.warnings[1].find("of set 'y' were fitted to different numbers of observations (n = 20 on line 3, "
+                                  "n = 21 on line 5)"),
+            std::string::npos);
   // The same name in two sets is no repeat.
   EXPECT_TRUE(Load("model,s,AIC\na,1,1\na,2,1\n", [](LoadOptions& o) { o.byColumn = "s"; }).warnings.empty());
 }
