@@ -159,19 +159,5 @@ INSTANTIATE_TEST_SUITE_P(
                       SubsetCase{"DeltaZeroKeepsTheBest", {.deltaMax = 0, .top = {}}, {true, false, false}, 1}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(Subsets, SaySoUnderTheTableAndInJson) {
-  OutputTable out;
-  out.note = "Ranked by AIC.";
-  MarkSubset(out, {.deltaMax = 2.5, .top = 10}, 7, 64);
-  EXPECT_EQ(out.note,
-            "Ranked by AIC.\nSubset: the models with delta <= 2.5 and rank <= 10 (7 of 64); weights computed again "
-            "over them.");
-  ASSERT_EQ(out.setFields.size(), 2u);
-  EXPECT_EQ(out.setFields[0].first, "delta_max");
-  EXPECT_EQ(out.setFields[0].second.number, 2.5);
-  EXPECT_EQ(out.setFields[1].first, "top");
-  EXPECT_EQ(out.setFields[1].second.number, 10);
-}
-
 }  // namespace
 }  // namespace drav::selection

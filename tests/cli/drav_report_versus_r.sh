@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# drav-report importance, average --all, QAICc and the subsets against R:
-# R fits every subset of four terms of mtcars (cyl a factor), writes the
-# terms wide (one column per term, "+" for the factor, as all-subsets
-# exports do) and long (model, term, estimate, std.error, as tidy
-# coefficient tables do), and then computes every number Drav prints by
-# itself, in plain R, from the fits. Skipped, and says so, without R.
+# drav-report against R: R fits every subset of four terms of mtcars (cyl a
+# factor), writes the terms wide (one column per term, "+" for the factor,
+# as all-subsets exports do) and long (model, term, estimate, std.error, as
+# tidy coefficient tables do), and then computes every number Drav prints
+# by itself, in plain R, from the fits: the criteria from R's own AIC() and
+# BIC(), the weights (and bbmle's AICctab where it is installed), one
+# parameter's average, every term's importance and averages, QAICc and the
+# subsets. Skipped, and says so, without R.
 set -u
 bin=$1
 if ! command -v Rscript >/dev/null; then
@@ -40,13 +42,17 @@ long <- do.call(rbind, lapply(seq_along(fits), function(i) {
   data.frame(model = forms[i], term = rownames(s), estimate = s[, "Estimate"], std.error = s[, "Std. Error"])
 }))
 write.csv(long, file.path(dir, "long.csv"), row.names = FALSE)
-saveRDS(list(forms = forms, ll = ll, k = k, n = nobs(fits[[1]]), long = long), file.path(dir, "r.rds"))
+saveRDS(list(forms = forms, ll = ll, k = k, n = nobs(fits[[1]]), long = long, aic = sapply(fits, AIC),
+             bic = sapply(fits, BIC), fits = fits), file.path(dir, "r.rds"))
 R
 
 # One row per run: name, form of the terms, criterion, chat, level,
 # delta-max, top, and the command. NA where the option is not given.
 cat >"$tmp/cases.tsv" <<'CASES'
 name	form	criterion	chat	level	deltamax	top	command
+table_aic	wide	aic	NA	0.95	NA	NA	table
+table_aicc	wide	aicc	NA	0.95	NA	NA	table
+table_bic	wide	bic	NA	0.95	NA	NA	table
 table_qaicc	wide	qaicc	1.7	0.95	NA	NA	table
 table_delta	wide	aicc	NA	0.95	4	NA	table
 table_top	wide	aicc	NA	0.95	NA	5	table
@@ -58,6 +64,7 @@ average_long_90	long	aicc	NA	0.9	NA	NA	average
 average_long_qaicc	long	qaicc	2.5	0.95	NA	NA	average
 average_long_delta	long	bic	NA	0.95	3	NA	average
 average_long_top	long	aicc	NA	0.99	NA	3	average
+average_wt	wide	aicc	NA	0.9	NA	NA	one
 CASES
 
 Rscript --vanilla "$tmp/fit.R" "$tmp" || { echo "FAIL: R could not fit the models"; exit 1; }
@@ -70,11 +77,12 @@ while IFS=$'\t' read -r name form criterion chat level deltamax top command; do
   [ "$top" != NA ] && args+=(--top "$top")
   [ "$form" = long ] && args+=(--coefficients "$tmp/long.csv")
   [ "$command" = average ] && args+=(--all)
+  [ "$command" = one ] && command=average && args+=(--estimate wt --se wt_se)
   if ! "$bin" "$command" "${args[@]}" "$tmp/wide.csv" >"$tmp/$name.csv" 2>"$tmp/$name.err"; then
     echo "FAIL: drav-report $command ${args[*]}"; cat "$tmp/$name.err"; failed=1
   fi
 done <"$tmp/cases.tsv"
-[ "$failed" -eq 0 ] || { echo "drav_report_terms_versus_r: 0 passed, 1 failed"; exit 1; }
+[ "$failed" -eq 0 ] || { echo "drav_report_versus_r: 0 passed, 1 failed"; exit 1; }
 
 cat >"$tmp/check.R" <<'R'
 dir <- commandArgs(trailingOnly = TRUE)[1]
@@ -91,8 +99,8 @@ same <- function(what, drav, expected) {
 weights <- function(x) { d <- x - min(x); exp(-d / 2) / sum(exp(-d / 2)) }
 criterion <- function(name, chat) {
   ll <- r$ll; k <- r$k; n <- r$n
-  switch(name, aic = -2 * ll + 2 * k, aicc = -2 * ll + 2 * k + 2 * k * (k + 1) / (n - k - 1),
-         bic = -2 * ll + k * log(n), qaicc = -2 * ll / chat + 2 * k + 2 * k * (k + 1) / (n - k - 1))
+  switch(name, aic = r$aic, aicc = r$aic + 2 * k * (k + 1) / (n - k - 1),
+         bic = r$bic, qaicc = -2 * ll / chat + 2 * k + 2 * k * (k + 1) / (n - k - 1))
 }
 # The terms each model holds, and their estimates and SEs, by form. In wide
 # form the factor is held as "+" and has no number.
@@ -127,6 +135,22 @@ for (i in seq_len(nrow(cases))) {
     same(label("weight"), out$weight, w)
     so <- order(value[keep])
     same(label("cumulative"), out$cumulative_weight[so], cumsum(w[so]))
+    same(label("evidence ratio"), out$evidence_ratio, max(w) / w)
+    if (cs$name == "table_aicc" && requireNamespace("bbmle", quietly = TRUE)) {
+      tab <- do.call(bbmle::AICctab, c(unname(r$fits), list(weights = TRUE, base = TRUE, sort = FALSE, nobs = r$n)))
+      same(label("bbmle AICctab AICc"), out$aicc, as.numeric(tab$AICc))
+      same(label("bbmle AICctab weight"), out$weight, as.numeric(tab$weight))
+    }
+    next
+  }
+  if (cs$command == "one") {
+    l <- r$long[r$long$term == "wt" & r$long$model %in% models, ]
+    v <- weights(value[match(l$model, r$forms)])
+    est <- sum(v * l$estimate)
+    se <- sqrt(sum(v * (l$std.error^2 + (l$estimate - est)^2)))
+    z <- qnorm(0.5 + cs$level / 2)
+    same(label("one parameter"), c(out$estimate, out$se, out$lower, out$upper, out$models),
+         c(est, se, est - z * se, est + z * se, nrow(l)))
     next
   }
   h <- held(cs$form)
@@ -162,8 +186,8 @@ cat(nrow(cases), "runs compared\n")
 quit(status = if (bad == 0) 0 else 1)
 R
 if Rscript --vanilla "$tmp/check.R" "$tmp"; then
-  echo "drav_report_terms_versus_r: 1 passed, 0 failed"
+  echo "drav_report_versus_r: 1 passed, 0 failed"
 else
-  echo "drav_report_terms_versus_r: 0 passed, 1 failed"
+  echo "drav_report_versus_r: 0 passed, 1 failed"
   exit 1
 fi
