@@ -59,6 +59,12 @@ void AppendShortest(std::string& out, double number) {
   out.append(text, result.ptr);
 }
 
+std::string Percent(double level) {
+  std::string text;
+  AppendShortest(text, level * 100);
+  return text + "%";
+}
+
 std::string Rounded(double number, int digits) {
   if (std::isinf(number)) return number < 0 ? "-Inf" : "Inf";
   std::string mask = "0";

@@ -20,6 +20,9 @@ bool IsMissing(std::string_view cell);
 // without a precision); infinities as Inf and -Inf.
 void AppendShortest(std::string& out, double number);
 
+// A level as a percentage, 0.95 as "95%", 0.999 as "99.9%".
+std::string Percent(double level);
+
 // The number rounded to `digits` decimals with the core's Format; infinities
 // as Inf and -Inf.
 std::string Rounded(double number, int digits);

@@ -2,6 +2,7 @@
 // A table as the writers see it: named columns whose cells are produced row
 // by row from the results, so that no writer knows about ranking or
 // averaging and no table is copied into cells first.
+#include <cmath>
 #include <functional>
 #include <optional>
 #include <string>
@@ -29,6 +30,8 @@ struct Cell {
 inline Cell TextCell(std::string_view text) { return {CellKind::Text, text, 0, false}; }
 inline Cell NumberCell(double number) { return {CellKind::Number, {}, number, false}; }
 inline Cell CountCell(double number) { return {CellKind::Count, {}, number, false}; }
+// A number the results may lack (NaN): an empty cell then.
+inline Cell GivenCell(double number) { return std::isnan(number) ? Cell{} : NumberCell(number); }
 inline Cell FlagCell(bool flag) { return {CellKind::Flag, {}, 0, flag}; }
 
 struct Column {

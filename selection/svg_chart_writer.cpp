@@ -197,6 +197,21 @@ class Chart {
     s += "\"/>\n";
   }
 
+  void Line(std::string& s, double x1, double y1, double x2, double y2, const char* stroke, int width) const {
+    s += "<line x1=\"";
+    AppendCoordinate(s, x1);
+    s += "\" y1=\"";
+    AppendCoordinate(s, y1);
+    s += "\" x2=\"";
+    AppendCoordinate(s, x2);
+    s += "\" y2=\"";
+    AppendCoordinate(s, y2);
+    s += "\" stroke=\"";
+    s += stroke;
+    if (width != 1) s += "\" stroke-width=\"" + std::to_string(width);
+    s += "\"/>\n";
+  }
+
   void Legend(std::string& s, double left, double y) const {
     double x = left;
     const auto item = [&](const char* fill, const std::string& text) {
@@ -211,17 +226,7 @@ class Chart {
       item(kDark, plan_.barTitle);
     }
     if (line_) {
-      s += "<line x1=\"";
-      AppendCoordinate(s, x);
-      s += "\" y1=\"";
-      AppendCoordinate(s, y + 8);
-      s += "\" x2=\"";
-      AppendCoordinate(s, x + 14);
-      s += "\" y2=\"";
-      AppendCoordinate(s, y + 8);
-      s += "\" stroke=\"";
-      s += kLine;
-      s += "\" stroke-width=\"2\"/>\n";
+      Line(s, x, y + 8, x + 14, y + 8, kLine, 2);
       Text(s, x + 18, y + 12, "start", "", plan_.lineTitle);
     }
   }
@@ -252,15 +257,7 @@ class Chart {
   void Axis(std::string& s, double left, double top, double bottom) const {
     for (int tick = 0; tick <= 4; ++tick) {
       const double x = left + tick * kPlot / 4;
-      s += "<line x1=\"";
-      AppendCoordinate(s, x);
-      s += "\" y1=\"";
-      AppendCoordinate(s, top);
-      s += "\" x2=\"";
-      AppendCoordinate(s, x);
-      s += "\" y2=\"";
-      AppendCoordinate(s, bottom);
-      s += tick == 0 ? "\" stroke=\"#444444\"/>\n" : "\" stroke=\"#dddddd\"/>\n";
+      Line(s, x, top, x, bottom, tick == 0 ? "#444444" : "#dddddd", 1);
       Text(s, x, bottom + 14, "middle", "", Rounded(tick / 4.0, 2));
     }
     Text(s, left + kPlot / 2, bottom + 32, "middle", "", plan_.barTitle);

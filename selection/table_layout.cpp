@@ -7,17 +7,6 @@
 #include "selection/number_text.hpp"
 
 namespace drav::selection {
-namespace {
-
-Cell Given(double number) { return std::isnan(number) ? Cell{} : NumberCell(number); }
-
-std::string Percent(double level) {
-  std::string text;
-  AppendShortest(text, level * 100);
-  return text + "%";
-}
-
-}  // namespace
 
 OutputTable SelectionLayout(const CandidateTable& table, const std::vector<RankedSet>& ranked, double level) {
   // Rows are the sets' models one set after another. A row finds its set
@@ -53,7 +42,7 @@ OutputTable SelectionLayout(const CandidateTable& table, const std::vector<Ranke
                            const double k = model(i).k;
                            return std::isnan(k) ? Cell{} : CountCell(k);
                          }});
-  out.columns.push_back({"loglik", "logLik", "$\\log L$", 2, false, [model](std::size_t i) { return Given(model(i).logLik); }});
+  out.columns.push_back({"loglik", "logLik", "$\\log L$", 2, false, [model](std::size_t i) { return GivenCell(model(i).logLik); }});
   out.columns.push_back({std::string(Name(table.criterion)), criterion,
                          HasSmallSampleTerm(table.criterion) ? criterion.substr(0, criterion.size() - 1) + "$_c$" : criterion, 2, false,
                          [model](std::size_t i) { return NumberCell(model(i).value); }});
@@ -94,10 +83,10 @@ OutputTable AverageLayout(const CandidateTable& table, const std::vector<Average
   const std::string ci = Percent(level) + " CI";
   out.columns.push_back({"criterion", "Criterion", "Criterion", 0, false,
                          [&table](std::size_t) { return TextCell(Name(table.criterion)); }});
-  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [a](std::size_t i) { return Given(a(i).estimate); }});
-  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [a](std::size_t i) { return Given(a(i).se); }});
-  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [a](std::size_t i) { return Given(a(i).lower); }});
-  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [a](std::size_t i) { return Given(a(i).upper); }});
+  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [a](std::size_t i) { return GivenCell(a(i).estimate); }});
+  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [a](std::size_t i) { return GivenCell(a(i).se); }});
+  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [a](std::size_t i) { return GivenCell(a(i).lower); }});
+  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [a](std::size_t i) { return GivenCell(a(i).upper); }});
   out.columns.push_back({"models", "Models", "Models", 0, false,
                          [a](std::size_t i) { return CountCell(double(a(i).models)); }});
   out.note = "Weights by " + std::string(Title(table.criterion)) +

@@ -8,14 +8,6 @@
 namespace drav::selection {
 namespace {
 
-Cell Given(double number) { return std::isnan(number) ? Cell{} : NumberCell(number); }
-
-std::string Percent(double level) {
-  std::string text;
-  AppendShortest(text, level * 100);
-  return text + "%";
-}
-
 // The rows of every set one after another; each row knows its set and its
 // term, which is all the columns need.
 struct Rows {
@@ -77,13 +69,13 @@ OutputTable TermAverageLayout(const CandidateTable& table, const Coefficients& c
   AddSummary(out, rows, coefficients);
   const auto t = [rows](std::size_t i) -> const TermAverage& { return *rows->rows[i].term; };
   const std::string ci = Percent(level) + " CI";
-  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [t](std::size_t i) { return Given(t(i).estimate); }});
-  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [t](std::size_t i) { return Given(t(i).se); }});
-  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [t](std::size_t i) { return Given(t(i).lower); }});
-  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [t](std::size_t i) { return Given(t(i).upper); }});
+  out.columns.push_back({"estimate", "Estimate", "Estimate", 4, false, [t](std::size_t i) { return GivenCell(t(i).estimate); }});
+  out.columns.push_back({"se", "Uncond. SE", "Uncond.\\ SE", 4, false, [t](std::size_t i) { return GivenCell(t(i).se); }});
+  out.columns.push_back({"lower", "Lower " + ci, "Lower", 4, false, [t](std::size_t i) { return GivenCell(t(i).lower); }});
+  out.columns.push_back({"upper", "Upper " + ci, "Upper", 4, false, [t](std::size_t i) { return GivenCell(t(i).upper); }});
   out.columns.push_back({"full_estimate", "Full estimate", "Full est.", 4, false,
-                         [t](std::size_t i) { return Given(t(i).fullEstimate); }});
-  out.columns.push_back({"full_se", "Full SE", "Full SE", 4, false, [t](std::size_t i) { return Given(t(i).fullSe); }});
+                         [t](std::size_t i) { return GivenCell(t(i).fullEstimate); }});
+  out.columns.push_back({"full_se", "Full SE", "Full SE", 4, false, [t](std::size_t i) { return GivenCell(t(i).fullSe); }});
   out.note = "Estimate: conditional average over the models that hold the term, weights by " +
              std::string(Title(table.criterion)) +
              " renormalised; revised unconditional SE. Full: every model, 0 where a model lacks the term.";
