@@ -65,15 +65,14 @@ void WideCoefficients::Start(const std::vector<std::string>& header) {
     if (column && *column < claimed.size()) claimed[*column] = true;
   };
   claim(roles.model);
-  claim(roles.rowName);
   claim(roles.logLik);
   claim(roles.k);
   claim(roles.n);
   for (const auto& column : roles.criterion) claim(column);
   if (!byColumn_.empty()) claim(FindColumn(header, byColumn_));
   if (!modelColumn_.empty()) claim(FindColumn(header, modelColumn_));
-  // A column without a name, such as a spreadsheet's trailing separator
-  // leaves, names no term.
+  // A column without a name names no term: R's row names stand under none,
+  // and so does the column a spreadsheet's trailing separator leaves.
   for (std::size_t i = 0; i < header.size(); ++i) {
     if (IsComputedColumn(header[i]) || Trimmed(header[i]).empty()) claimed[i] = true;
   }
