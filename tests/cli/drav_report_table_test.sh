@@ -50,7 +50,6 @@ encoding detected|0|note: $tmp/cp1252.csv is not UTF-8; read as Windows-1252|tab
 encoding utf-8|4|cp1252.csv:2: byte E9 is not UTF-8|table --encoding utf-8 "$tmp/cp1252.csv"
 tsv|0|rank	model	k|table --format tsv "$example"
 digits|0|-67.805  147.919   0.000       1.000   0.974|table --digits 3 "$example"
-file order|0|5,mpg ~ wt,3,|table --no-sort --format csv "$example"
 average|0|aicc,-8.113253996800491,1.4127372160313065,-10.882168059841232,-5.34433993375975,5|average --estimate wt --se wt_se --format csv "$example"
 help|0|--decimal .|table --help
 missing file|1|no-such.csv: No such file or directory|table "$tmp/no-such.csv"
@@ -69,6 +68,9 @@ na log-likelihood|4|na.csv:3: column 'loglik' holds 'NA', not a number|table "$t
 aicc with n = k + 1|4|small.csv:2: AICc needs n > K + 1, and here n = 4 with K = 3|table "$tmp/small.csv"
 no model has the estimate|4|na-b.csv: no model has an estimate in column 'b'|average --estimate b --se b_se "$tmp/na-b.csv"
 CASES
+
+# In file order the first row is the file's first model, whatever its rank.
+check "file order" "5,mpg ~ wt" "$("$bin" table --no-sort --format csv "$example" | sed -n 2p | cut -d, -f1-2)"
 
 # Standard input and a pipe give what the file gives.
 "$bin" table --format csv "$example" >"$tmp/from-file"
