@@ -21,7 +21,24 @@ source "$src/scripts/drive_drav.sh"
 app=""
 cleanup() { kill $app "$xvfb" 2>/dev/null || true; }
 trap cleanup EXIT
+failed=0
+fail() { echo "FAIL: $*"; failed=1; }
 start_xvfb
+
+# With a display, --help and --version answer on the terminal and open no
+# window: a window would keep drav running into the timeout. Without one,
+# drav says so and ends with status 1, not with Qt's abort.
+for option in --help --version; do
+  status=0
+  timeout 10 "$build/drav" "$option" >"$artefacts/answer.txt" 2>&1 || status=$?
+  [ "$status" = 0 ] || fail "drav $option with a display ended with status $status"
+  grep -q 'drav' "$artefacts/answer.txt" || fail "drav $option with a display printed nothing"
+done
+status=0
+env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "$build/drav" >/dev/null 2>"$artefacts/answer.txt" || status=$?
+[ "$status" = 1 ] || fail "drav without a display ended with status $status, not 1"
+grep -q 'found no display' "$artefacts/answer.txt" || fail "drav without a display did not say so"
+
 "$build/drav" >"$artefacts/drav.log" 2>&1 &
 app=$!
 
@@ -44,8 +61,6 @@ import -window root "$artefacts/main-window.png"
 
 expected=$("$build/tools/drav-report" 5 "$file" | tail -n +2)
 report() { xclip -selection clipboard -o | tr '\r' '\n' | tail -n +2; }
-failed=0
-fail() { echo "FAIL: $*"; failed=1; }
 actual=$(report)
 if [ "$expected" != "$actual" ]; then
   fail "the report on the screen differs from drav-report"
