@@ -1,8 +1,8 @@
 #include "shell/qt_run_host.hpp"
 
 #include <QFileDialog>
-#include <QMessageBox>
 
+#include "shell/alert_box.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
@@ -21,7 +21,7 @@ void QtAlert::MsgBox(const std::string& text) {
   // A line end behind the message would only show as an empty line.
   QString shown = drav::ToQ(text);
   while (shown.endsWith(QLatin1Char('\n')) || shown.endsWith(QLatin1Char('\r'))) shown.chop(1);
-  QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Drav"), shown, QMessageBox::Ok, parent_);
+  AlertBox box(QMessageBox::NoIcon, shown, parent_);
   box.exec();
   Reactivate(parent_);
 }

@@ -2,6 +2,8 @@
 // Answers the modal alerts and dialogs that a handler opens, in order, as a
 // user would: each queued answer gets the next modal widget that comes up.
 #include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -36,6 +38,24 @@ class ModalAnswerer : public QObject {
     answers_.push_back([this](QWidget* modal) {
       auto* box = qobject_cast<QMessageBox*>(modal);
       messages.push_back(box != nullptr ? box->text().toStdString() : "<not a message box>");
+      modal->close();
+    });
+    return *this;
+  }
+  // Copies the text of a message box as a user quoting it would: a click
+  // in the text, Ctrl+A and Ctrl+C. Keeps what reached the clipboard in
+  // `messages`, and dismisses the box.
+  ModalAnswerer& CopyMessage() {
+    answers_.push_back([this](QWidget* modal) {
+      QApplication::clipboard()->clear();
+      if (auto* text = modal->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QTest::mouseClick(text, Qt::LeftButton);
+      }
+      if (QWidget* focus = modal->focusWidget()) {
+        QTest::keyClick(focus, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(focus, Qt::Key_C, Qt::ControlModifier);
+      }
+      messages.push_back(QApplication::clipboard()->text().toStdString());
       modal->close();
     });
     return *this;
