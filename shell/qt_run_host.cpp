@@ -1,6 +1,7 @@
 #include "shell/qt_run_host.hpp"
 
 #include <QFileDialog>
+#include <QFileInfo>
 
 #include "shell/alert_box.hpp"
 #include "shell/qt_convert.hpp"
@@ -15,6 +16,14 @@ void Reactivate(QWidget* parent) {
   if (parent != nullptr) parent->window()->activateWindow();
 }
 
+// The folder of the last file chosen in this run of the program. Like the
+// platform's own dialogs, the next one opens there, so that a second file
+// from the same project is one click away; nothing of it outlives the run.
+QString& LastFolder() {
+  static QString folder;
+  return folder;
+}
+
 }  // namespace
 
 void QtAlert::MsgBox(const std::string& text) {
@@ -27,12 +36,14 @@ void QtAlert::MsgBox(const std::string& text) {
 }
 
 std::optional<FolderItem> QtOpenFileDialog::ShowModal() {
-  QFileDialog dialog(parent_);
+  QFileDialog dialog(parent_, QString(), LastFolder());
   dialog.setFileMode(QFileDialog::ExistingFile);
   const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
   Reactivate(parent_);
   if (!chosen) return std::nullopt;
-  return FolderItem(dialog.selectedFiles().constFirst().toStdString());
+  const QString file = dialog.selectedFiles().constFirst();
+  LastFolder() = QFileInfo(file).absolutePath();
+  return FolderItem(file.toStdString());
 }
 
 }  // namespace drav

@@ -66,6 +66,16 @@ class ModalAnswerer : public QObject {
     answers_.push_back([path](QWidget* modal) { Choose(qobject_cast<QFileDialog*>(modal), path); });
     return *this;
   }
+  // Keeps the folder that the open-file dialog shows in `folders`, then
+  // cancels it.
+  ModalAnswerer& NoteFolderAndCancel() {
+    answers_.push_back([this](QWidget* modal) {
+      auto* dialog = qobject_cast<QFileDialog*>(modal);
+      folders.push_back(dialog != nullptr ? dialog->directory().absolutePath() : QStringLiteral("<not a file dialog>"));
+      modal->close();
+    });
+    return *this;
+  }
   ModalAnswerer& Cancel() {
     answers_.push_back([](QWidget* modal) {
       if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
@@ -75,6 +85,7 @@ class ModalAnswerer : public QObject {
 
   bool Done() const { return answers_.empty(); }
   std::vector<std::string> messages;
+  QStringList folders;
 
  private:
   // The path goes into the name field, where a user types it; selectFile()

@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "analysis/text.hpp"
@@ -83,6 +84,24 @@ class ControlWndTest : public QObject {
     QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
     QCOMPARE(w->pFld().Text(), std::string("57"));
     QCOMPARE(w->ResultsFld().Visible(), what == "run");
+  }
+
+  // The open-file dialog opens in the folder of the last file chosen, for
+  // a second file of the same project; a cancelled dialog changes nothing.
+  void openDialogStartsWhereTheLastFileWasChosen() {
+    QTemporaryDir first, second;
+    for (const QTemporaryDir* dir : {&first, &second}) {
+      QFile file(dir->filePath("models.txt"));
+      QVERIFY(file.open(QIODevice::WriteOnly));
+      file.write("A\t1\nB\t2\n");
+    }
+    TypeCount("2");
+    ModalAnswerer answers;
+    answers.ChooseFile(first.filePath("models.txt")).NoteFolderAndCancel().NoteFolderAndCancel();
+    answers.ChooseFile(second.filePath("models.txt")).NoteFolderAndCancel();
+    for (int press = 0; press < 5; ++press) Press(w->calcBtn());
+    QVERIFY(answers.Done());
+    QCOMPARE(answers.folders, (QStringList{first.path(), first.path(), second.path()}));
   }
 
   // The count is the window's one tab stop: Tab from the report goes to it,
