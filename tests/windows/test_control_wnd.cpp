@@ -86,6 +86,35 @@ class ControlWndTest : public QObject {
     QCOMPARE(w->ResultsFld().Visible(), what == "run");
   }
 
+  // Each new report is added below the others and shown from its first
+  // line, its date, at the top of the view; a short last report, where the
+  // text ends, is in view all the same.
+  void newestReportComesIntoView() {
+    TypeCount("99");
+    QTextEdit* area = w->ResultsFld().Edit();
+    const auto newestDateLine = [area] {
+      const QTextCursor date = area->document()->find("Date:", area->document()->characterCount(),
+                                                      QTextDocument::FindBackward);
+      return area->cursorRect(date);
+    };
+    for (const char* example : {"ninety-nine-models", "ninety-nine-models", "ninety-nine-models", "five-models"}) {
+      ModalAnswerer answers;
+      answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/%1.txt").arg(example));
+      if (std::string(example) == "five-models") {
+        QVERIFY(Activate(*w));
+        QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
+        testing_support::Press(Qt::Key_A, Qt::ControlModifier);
+        Type("5");
+        QCOMPARE(QString::fromStdString(w->pFld().Text()), QString("5"));
+      }
+      Press(w->calcBtn());
+      QVERIFY(answers.Done());
+      const QRect line = newestDateLine();
+      QVERIFY2(area->viewport()->rect().contains(line), example);
+      if (std::string(example) != "five-models") QVERIFY2(line.top() < line.height(), example);
+    }
+  }
+
   // The open-file dialog opens in the folder of the last file chosen, for
   // a second file of the same project; a cancelled dialog changes nothing.
   void openDialogStartsWhereTheLastFileWasChosen() {
