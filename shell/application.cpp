@@ -3,12 +3,14 @@
 #include <QDir>
 
 #include "analysis/runtime_exception.hpp"
+#include "shell/accessible_role.hpp"
 #include "shell/alert_box.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  InstallAccessibleRoles();
   ShowFailure = [](const std::string& text) {
     AlertBox box(QMessageBox::Critical, ToQ(text), nullptr);
     box.exec();

@@ -61,6 +61,7 @@ class ControlWndTest : public QObject {
     QTest::newRow("window background") << "content" << QPoint(620, 300);
     QTest::newRow("title picture") << "content" << QPoint(350, 40);
     QTest::newRow("credit line") << "content" << QPoint(350, 80);
+    QTest::newRow("caption") << "content" << QPoint(100, 155);
     QTest::newRow("rule") << "content" << QPoint(300, 172);
     QTest::newRow("menu bar, past the menus") << "bar" << QPoint(-20, 5);
   }
