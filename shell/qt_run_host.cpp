@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPixmapCache>
 
 #include "shell/alert_box.hpp"
 #include "shell/qt_convert.hpp"
@@ -36,12 +37,21 @@ void QtAlert::MsgBox(const std::string& text) {
 }
 
 std::optional<FolderItem> QtOpenFileDialog::ShowModal() {
-  QFileDialog dialog(parent_, QString(), LastFolder());
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
-  Reactivate(parent_);
-  if (!chosen) return std::nullopt;
-  const QString file = dialog.selectedFiles().constFirst();
+  QString file;
+  {
+    QFileDialog dialog(parent_, QString(), LastFolder());
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+      file = dialog.selectedFiles().constFirst();
+    }
+    Reactivate(parent_);
+  }
+  // The dialog drew its icons into Qt's pixmap cache, under the keys of
+  // icon objects that went with it. Nothing asks for them again, and the
+  // cache would keep them up to its limit of 10 MB, a little more at every
+  // run; what the windows need of it is drawn again at their next paint.
+  QPixmapCache::clear();
+  if (file.isEmpty()) return std::nullopt;
   LastFolder() = QFileInfo(file).absolutePath();
   return FolderItem(file.toStdString());
 }
