@@ -13,6 +13,10 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   # real windows for end-to-end checks
   xvfb xdotool xclip imagemagick x11-utils time desktop-file-utils
+  # what a screen reader sees, read through AT-SPI on a session bus of its own
+  at-spi2-core python3-pyatspi dbus-daemon
+  # where memory goes over repeated runs
+  heaptrack
   # fuzzing and sanitizers
   clang libclang-rt-dev
   # the package's checks: Debian policy, software centres, manual pages,

@@ -1,16 +1,18 @@
 #include "shell/application.hpp"
 
 #include <QDir>
-#include <QMessageBox>
 
 #include "analysis/runtime_exception.hpp"
+#include "shell/accessible_role.hpp"
+#include "shell/alert_box.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  InstallAccessibleRoles();
   ShowFailure = [](const std::string& text) {
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("Drav"), ToQ(text), QMessageBox::Ok);
+    AlertBox box(QMessageBox::Critical, ToQ(text), nullptr);
     box.exec();
   };
 }

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "shell/accessible_role.hpp"
+
 namespace drav {
 namespace {
 
@@ -19,7 +21,8 @@ class BackdropWidget : public QWidget {
 
 }  // namespace
 
-Canvas::Canvas() : RectControl(new BackdropWidget) {}
+// A screen reader reads the canvas as the picture it shows.
+Canvas::Canvas() : RectControl(new BackdropWidget) { SetAccessibleRole(*Widget(), QAccessible::Graphic); }
 
 void Canvas::SetBackdrop(std::shared_ptr<Picture> picture) {
   backdrop_ = std::move(picture);

@@ -9,6 +9,11 @@ void Control::Opened() {
   if (Open) internal::GuardHandler(Open);
 }
 
+void RectControl::SetAccessibleText(const std::string& name, const std::string& description) {
+  widget_->setAccessibleName(ToQ(name));
+  widget_->setAccessibleDescription(ToQ(description));
+}
+
 bool RectControl::ApplyProperty(const Property& p) {
   const auto integer = [&] { return static_cast<int>(std::get<std::int64_t>(p.value)); };
   QRect g = widget_->geometry();

@@ -36,6 +36,8 @@ class RectControl : public Control {
   // False takes the control off the screen and keeps its contents.
   void SetVisible(bool visible) { widget_->setVisible(visible); }
   void SetFocus() { widget_->setFocus(Qt::OtherFocusReason); }
+  // What a screen reader reads for the control: its name, and what it is for.
+  void SetAccessibleText(const std::string& name, const std::string& description);
 
  protected:
   explicit RectControl(QWidget* widget) : Control(widget), widget_(widget) {}

@@ -17,8 +17,8 @@ class QtAlert : public Alert {
   QWidget* parent_;
 };
 
-// The platform's open-file dialog with nothing set on it: no title, filter
-// or start folder, so every file can be chosen.
+// The platform's open-file dialog with no title and no filter, so every
+// file can be chosen; it opens in the folder of the last file chosen.
 class QtOpenFileDialog : public OpenFileDialog {
  public:
   explicit QtOpenFileDialog(QWidget* parent) : parent_(parent) {}

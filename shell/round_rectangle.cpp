@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "shell/accessible_role.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
@@ -31,7 +32,10 @@ class ShapeWidget : public QWidget {
 
 }  // namespace
 
-RoundRectangle::RoundRectangle() : RectControl(new ShapeWidget(style_)) {}
+// A screen reader reads the shape as what it does on the window: it divides.
+RoundRectangle::RoundRectangle() : RectControl(new ShapeWidget(style_)) {
+  SetAccessibleRole(*Widget(), QAccessible::Separator);
+}
 
 bool RoundRectangle::ApplyProperty(const Property& p) {
   if (p.name == "FillColor") {

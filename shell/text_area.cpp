@@ -109,6 +109,14 @@ void TextArea::AppendText(const std::string& text) {
   settingText_ = false;
 }
 
+void TextArea::ScrollToTop(std::int64_t index) {
+  QTextDocument* document = edit_->document();
+  QTextCursor at(document);
+  at.setPosition(std::min(DisplayPosition(Text(), index), document->characterCount() - 1));
+  QScrollBar* bar = edit_->verticalScrollBar();
+  bar->setValue(bar->value() + edit_->cursorRect(at).top());
+}
+
 void TextArea::WatchState(QObject* context, std::function<void()> changed) {
   connect(edit_, &QTextEdit::textChanged, context, changed);
   connect(edit_, &QTextEdit::selectionChanged, context, changed);

@@ -20,6 +20,9 @@ class TextArea : public TextEdit {
   void SetText(const std::string& text) override;
   // Adds the text behind the content.
   void AppendText(const std::string& text);
+  // Scrolls the line that holds character `index` of Text, from 0, to the
+  // top of the view, or as near as the text's length allows.
+  void ScrollToTop(std::int64_t index);
   // The styling view of the area.
   StyledText& GetStyledText();
 

@@ -2,6 +2,7 @@
 
 #include <QRegularExpressionValidator>
 
+#include "shell/accessible_role.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {
@@ -36,6 +37,12 @@ void TextField::FontApplied() {
     font.setPixelSize(QFontInfo(font).pixelSize() - 1);
   }
   edit_->setFont(font);
+}
+
+void TextField::ReadAsCaption() {
+  edit_->setFocusPolicy(Qt::NoFocus);
+  SetAccessibleRole(*edit_, QAccessible::StaticText);
+  SetAccessibleText(Text(), "The label of the field beside it");
 }
 
 void TextField::WatchState(QObject* context, std::function<void()> changed) {

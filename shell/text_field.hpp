@@ -12,6 +12,10 @@ class TextField : public TextEdit {
   TextField();
   QLineEdit* Edit() const { return edit_; }
 
+  // The field does the work of a label: it takes no focus, and a screen
+  // reader reads it as a label, by its text.
+  void ReadAsCaption();
+
   std::string Text() const override;
   void SetText(const std::string& text) override;
 

@@ -72,7 +72,13 @@ void Window::PlaceOnFirstShow() {
   // The sheet's size is that of the content area; the menu bar stands
   // above it. Asking the frame for its own size hint instead would give a
   // window without a layout the bare minimum of 200 x 100.
-  if (resizeable_) resize(size_.width(), size_.height() + MenuBarHeight());
+  if (resizeable_) {
+    resize(size_.width(), size_.height() + MenuBarHeight());
+  } else {
+    // A fixed window takes its size from its layout only as it first
+    // shows; until then it would be centred as Qt's default 640 x 480.
+    layout()->activate();
+  }
   const QWidget* front = QApplication::activeWindow();
   if (defaultLocation_ == 3 && front != nullptr && front != this) {
     move(front->frameGeometry().topLeft() + QPoint(40, 40));

@@ -58,12 +58,14 @@ void AboutWnd::CreateControls0() {
   auto* credit = new Label;
   AddControl("StaticText2", credit);
   SetProperties(*credit, StaticText2Sheet().Bytes());
+  credit->SetAccessibleText(SplashCredit, "Who made Drav");
   credit->Open = [this, credit] { StaticText2_Open(*credit); };
 
   auto* picture = new Canvas;
   AddControl("Canvas2", picture);
   picture->SetBackdrop(_x_Drav256());
   SetProperties(*picture, Canvas2Sheet().Bytes());
+  picture->SetAccessibleText("Drav", "The program's picture");
 
   auto* timer = new Timer(this);
   AddControl("Timer1", timer);

@@ -9,6 +9,7 @@
 #include "windows/about_wnd.hpp"
 #include "windows/control_wnd_ops.hpp"
 #include "windows/control_wnd_sheets.hpp"
+#include "windows/credits.hpp"
 #include "windows/help_wnd.hpp"
 #include "windows/menu_bar1.hpp"
 #include "windows/pictures.hpp"
@@ -34,42 +35,53 @@ void ControlWnd::CreateControls0() {
   auto* clear = new PushButton;
   AddControl("clearBtn", clear);
   SetProperties(*clear, sheets::clearBtn().Bytes());
+  clear->SetAccessibleText("Clear", "Empties the number of models and the report");
   clear->MouseDown = [this, clear](std::int64_t x, std::int64_t y) { return clearBtn_MouseDown(*clear, x, y); };
 
   auto* help = new PushButton;
   AddControl("helpBtn", help);
   SetProperties(*help, sheets::helpBtn().Bytes());
+  help->SetAccessibleText("Information", "Opens the help document");
   help->MouseDown = [this, help](std::int64_t x, std::int64_t y) { return helpBtn_MouseDown(*help, x, y); };
 
   auto* calc = new PushButton;
   AddControl("calcBtn", calc);
   SetProperties(*calc, sheets::calcBtn().Bytes());
+  calc->SetAccessibleText("Load Data", "Asks for the file of models and adds its report below the others");
   calc->MouseDown = [this, calc](std::int64_t x, std::int64_t y) { return calcBtn_MouseDown(*calc, x, y); };
 
   auto* results = new TextArea;
   AddControl("ResultsFld", results);
   SetProperties(*results, sheets::ResultsFld().Bytes());
+  results->SetAccessibleText("Report", "The reports of this session, the newest last");
   results->KeyDown = [this, results](const std::string& key) { return ResultsFld_KeyDown(*results, key); };
   results->Open = [this, results] { ResultsFld_Open(*results); };
 
   auto* byLine = new Label;
   AddControl("Label1", byLine);
   SetProperties(*byLine, sheets::Label1().Bytes());
+  byLine->SetAccessibleText(ByLine, "What Drav does, and by whom");
   byLine->Open = [this, byLine] { Label1_Open(*byLine); };
 
   auto* prompt = new TextField;
   AddControl("TextField1", prompt);
   SetProperties(*prompt, sheets::TextField1().Bytes());
+  prompt->ReadAsCaption();
+  // The caption beside the count is its label, and a screen reader names
+  // the count by it.
+  field->SetAccessibleText(prompt->Text(), "The number of models in the set, 2 to 99");
   prompt->Open = [this, prompt] { TextField1_Open(*prompt); };
 
   auto* title = new Canvas;
   AddControl("Canvas1", title);
   title->SetBackdrop(_x_Dravtitle());
   SetProperties(*title, sheets::Canvas1().Bytes());
+  title->SetAccessibleText("Drav", "The program's title picture");
 
   auto* rule = new RoundRectangle;
   AddControl("RoundRectangle1", rule);
   SetProperties(*rule, sheets::RoundRectangle1().Bytes());
+  rule->SetAccessibleText("Rule", "Divides the number of models from the report");
 }
 
 void ControlWnd::AddMenuHandlers() {

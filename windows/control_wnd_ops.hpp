@@ -1,4 +1,5 @@
 #pragma once
+#include "analysis/text.hpp"
 #include "analysis/window_ops.hpp"
 #include "windows/control_wnd.hpp"
 
@@ -13,7 +14,14 @@ class ControlWndOps : public WindowOps {
   void FocusCount() override { window_.pFld().SetFocus(); }
   void SetResultsVisible(bool visible) override { window_.ResultsFld().SetVisible(visible); }
   std::string ResultsText() override { return window_.ResultsFld().Text(); }
-  void SetResultsText(const std::string& text) override { window_.ResultsFld().SetText(text); }
+  // A report added below others is brought into view from its first line:
+  // left where it was, the view would show only the earlier ones.
+  void SetResultsText(const std::string& text) override {
+    TextArea& area = window_.ResultsFld();
+    const std::string before = area.Text();
+    area.SetText(text);
+    if (text.starts_with(before)) area.ScrollToTop(Len(before));
+  }
 
  private:
   ControlWnd& window_;

@@ -52,6 +52,7 @@ void helpWnd::CreateControls0() {
   auto* area = new TextArea;
   AddControl("EditField1", area);
   SetProperties(*area, EditField1Sheet().Bytes());
+  area->SetAccessibleText("Help", "The help document: the AIC, how to read the report, the literature");
   area->Open = [this, area] { EditField1_Open(*area); };
 }
 

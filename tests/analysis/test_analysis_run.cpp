@@ -68,7 +68,15 @@ INSTANTIATE_TEST_SUITE_P(
                     CountCase{"1.9", RunOutcome::CountInvalid, 0}, CountCase{"2", RunOutcome::Reported, 2},
                     CountCase{"2.5", RunOutcome::Reported, 2}, CountCase{"02", RunOutcome::Reported, 2},
                     CountCase{"3abc", RunOutcome::Reported, 3}, CountCase{"99", RunOutcome::Reported, 99},
-                    CountCase{"99.5", RunOutcome::CountInvalid, 0}, CountCase{"100", RunOutcome::CountInvalid, 0}));
+                    CountCase{"99.5", RunOutcome::CountInvalid, 0}, CountCase{"100", RunOutcome::CountInvalid, 0}),
+    // The count as typed, spelled in the letters a test name may hold.
+    [](const testing::TestParamInfo<CountCase>& info) {
+      std::string name = *info.param.count == '\0' ? "none" : "typed_";
+      for (const char* c = info.param.count; *c != '\0'; ++c) {
+        name += *c == ' ' ? "blank" : *c == '-' ? "minus" : *c == '.' ? "point" : std::string(1, *c);
+      }
+      return name;
+    });
 
 TEST(FileChoice, CancelOrAVanishedFileEndsSilently) {
   std::filesystem::path vanished;

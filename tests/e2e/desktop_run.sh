@@ -5,10 +5,15 @@
 # with drav-report on the same file. The same selection is copied again
 # through the Edit menu opened with the mouse; digits typed after a second
 # "Load Data" must land in the count; "Information" must open its window
-# at 550 x 500 under its menu bar. Keeps screenshots, and ends with Ctrl+Q
-# in the Information window, after which Drav must exit cleanly.
+# at 550 x 500 under its menu bar; a screen reader must find each control
+# by name through AT-SPI. Keeps screenshots, and ends with Ctrl+Q in the
+# Information window, after which Drav must exit cleanly.
 #   desktop_run.sh BUILD_DIR SOURCE_DIR ARTEFACT_DIR
 set -euo pipefail
+# A session bus of this run's own, for the accessibility bus beside it.
+if [ -z "${DRAV_E2E_SESSION_BUS:-}" ]; then
+  DRAV_E2E_SESSION_BUS=1 exec dbus-run-session -- bash "$0" "$@"
+fi
 build=$1
 src=$2
 # A folder of this run's own, so that two runs at once keep apart; kept
@@ -19,9 +24,31 @@ file="$src/examples/five-models.txt"
 source "$src/scripts/drive_drav.sh"
 
 app=""
-cleanup() { kill $app "$xvfb" 2>/dev/null || true; }
+a11y=""
+cleanup() { kill $app $a11y "$xvfb" 2>/dev/null || true; }
 trap cleanup EXIT
+failed=0
+fail() { echo "FAIL: $*"; failed=1; }
 start_xvfb
+# What a screen reader sees comes over AT-SPI, on a bus of its own.
+/usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
+a11y=$!
+export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+
+# With a display, --help and --version answer on the terminal and open no
+# window: a window would keep drav running into the timeout. Without one,
+# drav says so and ends with status 1, not with Qt's abort.
+for option in --help --version; do
+  status=0
+  timeout 10 "$build/drav" "$option" >"$artefacts/answer.txt" 2>&1 || status=$?
+  [ "$status" = 0 ] || fail "drav $option with a display ended with status $status"
+  grep -q 'drav' "$artefacts/answer.txt" || fail "drav $option with a display printed nothing"
+done
+status=0
+env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "$build/drav" >/dev/null 2>"$artefacts/answer.txt" || status=$?
+[ "$status" = 1 ] || fail "drav without a display ended with status $status, not 1"
+grep -q 'found no display' "$artefacts/answer.txt" || fail "drav without a display did not say so"
+
 "$build/drav" >"$artefacts/drav.log" 2>&1 &
 app=$!
 
@@ -44,8 +71,6 @@ import -window root "$artefacts/main-window.png"
 
 expected=$("$build/tools/drav-report" 5 "$file" | tail -n +2)
 report() { xclip -selection clipboard -o | tr '\r' '\n' | tail -n +2; }
-failed=0
-fail() { echo "FAIL: $*"; failed=1; }
 actual=$(report)
 if [ "$expected" != "$actual" ]; then
   fail "the report on the screen differs from drav-report"
@@ -80,6 +105,10 @@ sleep 0.3
 import -window root "$artefacts/information.png"
 size=$(xdotool getwindowgeometry "$info" 2>/dev/null | awk '/Geometry/ {print $2}')
 [ "$size" = "550x$(( 500 + menu ))" ] || fail "Information opened at '$size', not 550x$(( 500 + menu ))"
+
+# With the report and the help open, a screen reader finds every control
+# by a name and a description, and the captions as labels.
+/usr/bin/python3 "$src/tests/e2e/accessible_names.py" "$app" || fail "accessible names, as AT-SPI reads them"
 
 # Quit as a user would; the program must end by itself, and cleanly.
 xdotool key ctrl+q

@@ -2,6 +2,8 @@
 // Answers the modal alerts and dialogs that a handler opens, in order, as a
 // user would: each queued answer gets the next modal widget that comes up.
 #include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -40,10 +42,38 @@ class ModalAnswerer : public QObject {
     });
     return *this;
   }
+  // Copies the text of a message box as a user quoting it would: a click
+  // in the text, Ctrl+A and Ctrl+C. Keeps what reached the clipboard in
+  // `messages`, and dismisses the box.
+  ModalAnswerer& CopyMessage() {
+    answers_.push_back([this](QWidget* modal) {
+      QApplication::clipboard()->clear();
+      if (auto* text = modal->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QTest::mouseClick(text, Qt::LeftButton);
+      }
+      if (QWidget* focus = modal->focusWidget()) {
+        QTest::keyClick(focus, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(focus, Qt::Key_C, Qt::ControlModifier);
+      }
+      messages.push_back(QApplication::clipboard()->text().toStdString());
+      modal->close();
+    });
+    return *this;
+  }
   // Chooses the file in the open-file dialog as a user who types its full
   // path would.
   ModalAnswerer& ChooseFile(const QString& path) {
     answers_.push_back([path](QWidget* modal) { Choose(qobject_cast<QFileDialog*>(modal), path); });
+    return *this;
+  }
+  // Keeps the folder that the open-file dialog shows in `folders`, then
+  // cancels it.
+  ModalAnswerer& NoteFolderAndCancel() {
+    answers_.push_back([this](QWidget* modal) {
+      auto* dialog = qobject_cast<QFileDialog*>(modal);
+      folders.push_back(dialog != nullptr ? dialog->directory().absolutePath() : QStringLiteral("<not a file dialog>"));
+      modal->close();
+    });
     return *this;
   }
   ModalAnswerer& Cancel() {
@@ -55,6 +85,7 @@ class ModalAnswerer : public QObject {
 
   bool Done() const { return answers_.empty(); }
   std::vector<std::string> messages;
+  QStringList folders;
 
  private:
   // The path goes into the name field, where a user types it; selectFile()

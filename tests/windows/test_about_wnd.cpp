@@ -1,3 +1,4 @@
+#include <QScreen>
 #include <QtTest>
 
 #include "shell/implicit.hpp"
@@ -68,6 +69,29 @@ class AboutWndTest : public QObject {
     if (what == "key") QTest::keyClick(about->windowHandle(), Qt::Key_Escape);
     QVERIFY(MainWindowShown());
     QVERIFY(!about->isVisible());
+  }
+
+  // The panel, and the main window it gives way to, come up in the middle
+  // of the screen by their own sizes, menu bar included. The frame that the
+  // platform adds once a window is up may shift it by its own width.
+  void panelAndMainWindowComeUpCentred() {
+    const QPoint middle = QGuiApplication::primaryScreen()->availableGeometry().center();
+    const auto offCentre = [&](const QWidget& window) {
+      return QString("%1 is centred at %2,%3, not %4,%5")
+          .arg(window.windowTitle().isEmpty() ? "panel" : window.windowTitle())
+          .arg(window.frameGeometry().center().x()).arg(window.frameGeometry().center().y())
+          .arg(middle.x()).arg(middle.y()).toUtf8();
+    };
+    const auto centred = [&](const QWidget& window) {
+      const QPoint off = window.frameGeometry().center() - middle;
+      const int frame = (window.frameGeometry().width() - window.width()) / 2 + 1;
+      return std::abs(off.x()) <= frame && std::abs(off.y()) <= frame;
+    };
+    QVERIFY2(centred(*about), offCentre(*about));
+    QTest::mousePress(about->Content(), Qt::LeftButton, {}, QPoint(20, 20));
+    QVERIFY(MainWindowShown());
+    const QWidget& main = Implicit<ControlWnd>();
+    QVERIFY2(centred(main), offCentre(main));
   }
 
   // After the hand-over, About shows the same panel, and it stays until a

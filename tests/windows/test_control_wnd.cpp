@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include "analysis/text.hpp"
@@ -60,6 +61,7 @@ class ControlWndTest : public QObject {
     QTest::newRow("window background") << "content" << QPoint(620, 300);
     QTest::newRow("title picture") << "content" << QPoint(350, 40);
     QTest::newRow("credit line") << "content" << QPoint(350, 80);
+    QTest::newRow("caption") << "content" << QPoint(100, 155);
     QTest::newRow("rule") << "content" << QPoint(300, 172);
     QTest::newRow("menu bar, past the menus") << "bar" << QPoint(-20, 5);
   }
@@ -83,6 +85,53 @@ class ControlWndTest : public QObject {
     QCOMPARE(QApplication::focusWidget(), w->pFld().Widget());
     QCOMPARE(w->pFld().Text(), std::string("57"));
     QCOMPARE(w->ResultsFld().Visible(), what == "run");
+  }
+
+  // Each new report is added below the others and shown from its first
+  // line, its date, at the top of the view; a short last report, where the
+  // text ends, is in view all the same.
+  void newestReportComesIntoView() {
+    TypeCount("99");
+    QTextEdit* area = w->ResultsFld().Edit();
+    const auto newestDateLine = [area] {
+      const QTextCursor date = area->document()->find("Date:", area->document()->characterCount(),
+                                                      QTextDocument::FindBackward);
+      return area->cursorRect(date);
+    };
+    for (const char* example : {"ninety-nine-models", "ninety-nine-models", "ninety-nine-models", "five-models"}) {
+      ModalAnswerer answers;
+      answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/%1.txt").arg(example));
+      if (std::string(example) == "five-models") {
+        QVERIFY(Activate(*w));
+        QTest::mouseClick(w->pFld().Edit(), Qt::LeftButton);
+        testing_support::Press(Qt::Key_A, Qt::ControlModifier);
+        Type("5");
+        QCOMPARE(QString::fromStdString(w->pFld().Text()), QString("5"));
+      }
+      Press(w->calcBtn());
+      QVERIFY(answers.Done());
+      const QRect line = newestDateLine();
+      QVERIFY2(area->viewport()->rect().contains(line), example);
+      if (std::string(example) != "five-models") QVERIFY2(line.top() < line.height(), example);
+    }
+  }
+
+  // The open-file dialog opens in the folder of the last file chosen, for
+  // a second file of the same project; a cancelled dialog changes nothing.
+  void openDialogStartsWhereTheLastFileWasChosen() {
+    QTemporaryDir first, second;
+    for (const QTemporaryDir* dir : {&first, &second}) {
+      QFile file(dir->filePath("models.txt"));
+      QVERIFY(file.open(QIODevice::WriteOnly));
+      file.write("A\t1\nB\t2\n");
+    }
+    TypeCount("2");
+    ModalAnswerer answers;
+    answers.ChooseFile(first.filePath("models.txt")).NoteFolderAndCancel().NoteFolderAndCancel();
+    answers.ChooseFile(second.filePath("models.txt")).NoteFolderAndCancel();
+    for (int press = 0; press < 5; ++press) Press(w->calcBtn());
+    QVERIFY(answers.Done());
+    QCOMPARE(answers.folders, (QStringList{first.path(), first.path(), second.path()}));
   }
 
   // The count is the window's one tab stop: Tab from the report goes to it,
