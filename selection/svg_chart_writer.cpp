@@ -33,6 +33,23 @@ void AppendCoordinate(std::string& out, double x) {
   out.append(text, result.ptr);
 }
 
+// name="value", with the space before it.
+void AppendAttribute(std::string& out, const char* name, const char* value) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  out += value;
+  out += '"';
+}
+
+void AppendAttribute(std::string& out, const char* name, double value) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  AppendCoordinate(out, value);
+  out += '"';
+}
+
 // Text as XML character data: the markup characters escaped, and the
 // control characters that XML 1.0 forbids (and line ends) as spaces.
 void AppendXmlText(std::string& out, std::string_view text) {
@@ -95,11 +112,10 @@ class Chart {
     height += 40 + kMargin;  // the axis
 
     std::string& s = out.Text();
-    s += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"";
-    AppendCoordinate(s, width);
-    s += "\" height=\"";
-    AppendCoordinate(s, height);
-    s += "\" viewBox=\"0 0 ";
+    s += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\"";
+    AppendAttribute(s, "width", width);
+    AppendAttribute(s, "height", height);
+    s += " viewBox=\"0 0 ";
     AppendCoordinate(s, width);
     s += ' ';
     AppendCoordinate(s, height);
@@ -166,50 +182,35 @@ class Chart {
   }
 
   void Text(std::string& s, double x, double y, const char* anchor, const char* weight, std::string_view text) const {
-    s += "<text x=\"";
-    AppendCoordinate(s, x);
-    s += "\" y=\"";
-    AppendCoordinate(s, y);
-    s += "\" text-anchor=\"";
-    s += anchor;
-    s += '"';
-    if (*weight) {
-      s += " font-weight=\"";
-      s += weight;
-      s += '"';
-    }
+    s += "<text";
+    AppendAttribute(s, "x", x);
+    AppendAttribute(s, "y", y);
+    AppendAttribute(s, "text-anchor", anchor);
+    if (*weight) AppendAttribute(s, "font-weight", weight);
     s += '>';
     AppendXmlText(s, text);
     s += "</text>\n";
   }
 
   void Rect(std::string& s, double x, double y, double w, double h, const char* fill) const {
-    s += "<rect x=\"";
-    AppendCoordinate(s, x);
-    s += "\" y=\"";
-    AppendCoordinate(s, y);
-    s += "\" width=\"";
-    AppendCoordinate(s, std::max(w, 0.0));
-    s += "\" height=\"";
-    AppendCoordinate(s, h);
-    s += "\" fill=\"";
-    s += fill;
-    s += "\"/>\n";
+    s += "<rect";
+    AppendAttribute(s, "x", x);
+    AppendAttribute(s, "y", y);
+    AppendAttribute(s, "width", std::max(w, 0.0));
+    AppendAttribute(s, "height", h);
+    AppendAttribute(s, "fill", fill);
+    s += "/>\n";
   }
 
   void Line(std::string& s, double x1, double y1, double x2, double y2, const char* stroke, int width) const {
-    s += "<line x1=\"";
-    AppendCoordinate(s, x1);
-    s += "\" y1=\"";
-    AppendCoordinate(s, y1);
-    s += "\" x2=\"";
-    AppendCoordinate(s, x2);
-    s += "\" y2=\"";
-    AppendCoordinate(s, y2);
-    s += "\" stroke=\"";
-    s += stroke;
-    if (width != 1) s += "\" stroke-width=\"" + std::to_string(width);
-    s += "\"/>\n";
+    s += "<line";
+    AppendAttribute(s, "x1", x1);
+    AppendAttribute(s, "y1", y1);
+    AppendAttribute(s, "x2", x2);
+    AppendAttribute(s, "y2", y2);
+    AppendAttribute(s, "stroke", stroke);
+    if (width != 1) AppendAttribute(s, "stroke-width", std::to_string(width).c_str());
+    s += "/>\n";
   }
 
   void Legend(std::string& s, double left, double y) const {

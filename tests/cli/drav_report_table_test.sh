@@ -26,14 +26,7 @@ printf 'id,AIC\n7,10\n8,12\n' >"$tmp/numbered.csv"
 # Every option with a valid value, and what each refusal says.
 # name | expected status | text that stdout and stderr (or, for a failure,
 # stderr) hold | arguments
-while IFS='|' read -r name status holds args; do
-  [ -z "$name" ] && continue
-  eval "set -- $args"
-  "$bin" "$@" >"$tmp/out" 2>"$tmp/err"
-  check "$name: status" "$status" "$?"
-  if [ "$status" -eq 0 ]; then cat "$tmp/err" >>"$tmp/out"; check_text "$name: output" "$tmp/out" "$holds"
-  else check_text "$name: message" "$tmp/err" "$holds"; fi
-done <<CASES
+run_cases "$bin" <<CASES
 table|0|Ranked by AICc; * marks the 95% confidence set|table "$example"
 best model first|0|1,mpg ~ wt * hp,5,|table --format csv "$example"
 criterion aic|0|Ranked by AIC;|table --criterion aic "$example"

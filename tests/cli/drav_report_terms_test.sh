@@ -27,13 +27,7 @@ printf 'model,AIC,x,x_se\na,1,2,-1\n' >"$tmp/bad-se.csv"
 printf 'model,AIC,family\na,1,gaussian\n' >"$tmp/no-terms.csv"
 
 # name | expected status | text that stdout (or, for a failure, stderr) holds | arguments
-while IFS='|' read -r name status holds args; do
-  [ -z "$name" ] && continue
-  eval "set -- $args"
-  "$bin" "$@" >"$tmp/out" 2>"$tmp/err"
-  check "$name: status" "$status" "$?"
-  if [ "$status" -eq 0 ]; then check_text "$name: output" "$tmp/out" "$holds"; else check_text "$name: message" "$tmp/err" "$holds"; fi
-done <<CASES
+run_cases "$bin" <<CASES
 importance json|0|{"criterion": "aic", "terms": [|importance --format json "$tmp/wide.csv"
 importance json terms|0|{"term": "a", "importance": |importance --format json "$tmp/wide.csv"
 importance long|0|{"term": "b", "importance": |importance --format json --coefficients "$tmp/long.csv" "$tmp/wide.csv"
