@@ -6,11 +6,14 @@
 # server picks a free display itself and names it on a file descriptor
 # (-displayfd) once it is ready, so no other server can take the display
 # between a check and the start. Drav must then run on that server, whatever
-# platform the caller's environment asks Qt for.
+# platform the caller's environment asks Qt for. -noreset: by default the
+# server resets each time its last client leaves (the accessibility bus's
+# launcher, a quick xdotool), and a client that connects during a reset, as
+# Drav starting on a busy machine may, is turned away.
 start_xvfb() {
   local named
   named=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$named" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$named" >/dev/null 2>&1 &
   xvfb=$!
   for _ in $(seq 300); do
     if [ "$(wc -l <"$named")" -ge 1 ]; then

@@ -112,7 +112,7 @@ zcat /usr/share/man/man1/drav.1.gz | grep -q 'Number of Models' || fail "the dra
 
 # The installed program starts and puts its splash panel on the screen, on
 # a display number the X server picks for itself.
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$work/display" >/dev/null 2>&1 &
 xvfb=$!
 for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
 display=":$(head -n 1 "$work/display")"
