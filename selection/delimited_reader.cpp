@@ -89,7 +89,8 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits l
 
   // The separator the header uses most; on a tie tab wins over semicolon and
   // semicolon over comma, because names hold commas more often than tabs.
-  std::size_t tabs = 0, semicolons = 0, commas = 0;
+  // Blanks count only when none of the three is there.
+  std::size_t tabs = 0, semicolons = 0, commas = 0, blanks = 0;
   bool quoted = false;
   for (std::size_t i = position_; i < end; ++i) {
     const char c = buffer_[i];
@@ -98,11 +99,14 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits l
     tabs += c == '\t';
     semicolons += c == ';';
     commas += c == ',';
+    blanks += c == ' ';
   }
   if (tabs > 0 && tabs >= semicolons && tabs >= commas) {
     separator_ = '\t';
   } else if (semicolons > 0 && semicolons >= commas) {
     separator_ = ';';
+  } else if (commas == 0 && blanks > 0) {
+    separator_ = ' ';
   }
   Split(position_, end);
   position_ = next;
@@ -273,7 +277,15 @@ void DelimitedReader::Split(std::size_t begin, std::size_t end) {
   // Room for every quoted field up front: the views into it must not move.
   unquoted_.reserve(end - begin);
   const char* const text = buffer_.data();
-  std::size_t i = begin;
+  // Blank-separated text, as write.table lines up nothing but may be lined
+  // up by hand: a run of spaces is one separator, and the line's ends are
+  // trimmed.
+  const bool blanks = separator_ == ' ';
+  const auto skipBlanks = [&](std::size_t at) {
+    while (at < end && text[at] == ' ') ++at;
+    return at;
+  };
+  std::size_t i = blanks ? skipBlanks(begin) : begin;
   for (;;) {
     if (i < end && text[i] == '"') {
       const std::size_t start = unquoted_.size();
@@ -300,6 +312,7 @@ void DelimitedReader::Split(std::size_t begin, std::size_t end) {
     }
     if (i >= end) break;
     ++i;
+    if (blanks && (i = skipBlanks(i)) >= end) break;
   }
 }
 

@@ -3,7 +3,9 @@
 // Python's csv module, spreadsheets and Stata write it. The separator (comma,
 // tab or semicolon) is the one the header line uses most; quoting follows
 // RFC 4180, so a quoted field may hold separators, doubled quotes and line
-// ends. LF, CR LF and CR all end a line. Records are read one at a time, so
+// ends. A header with none of the three but with blanks between its fields
+// is R's write.table as it stands by default (sep = " ", the names quoted):
+// then a run of spaces separates, and spaces at either end of a line do not. LF, CR LF and CR all end a line. Records are read one at a time, so
 // memory follows the longest record, not the file.
 //
 // What comes out is UTF-8. A UTF-8 byte-order mark is dropped, and text that

@@ -177,15 +177,16 @@ it, weights renormalised) with the revised unconditional SE and interval, and
 its full average (a model without the term counts as 0 with SE 0) with SE.
 
 FILE is comma-, tab- or semicolon-separated text with a header row, as
-write.csv, spreadsheets and Stata write it; - reads standard input. Columns
-are found by name, without case: model (name, modnames, formula, call),
-aic, aicc, bic, qaic, qaicc, loglik (logl, ll), k (df, npar), n (nobs).
-Text is UTF-8, UTF-16 with a byte-order mark, or Windows-1252 (taken when
-the first byte outside ASCII is not UTF-8). The decimal mark is a full stop
-with commas between fields; with semicolons or tabs the first number that
-has a mark decides. K is taken as given: it counts every estimated
-parameter (Drav never adds one for C), and a criterion column that
-disagrees with logLik and K is warned of.
+write.csv, spreadsheets and Stata write it, or blank-separated as
+write.table writes by default; - reads standard input. Columns are found
+by name, without case: model (name, modnames, formula, call), aic, aicc,
+bic, qaic, qaicc, loglik (logl, ll), k (df, npar), n (nobs). Text is
+UTF-8, UTF-16 with a byte-order mark, or Windows-1252 (taken when the
+first byte outside ASCII is not UTF-8). The decimal mark is a full stop
+with commas between fields; otherwise the first number that has a mark
+decides. K is taken as given: it counts every estimated parameter (Drav
+never adds one for C), and a criterion column that disagrees with logLik
+and K is warned of.
 
 Terms come in one of two forms. Wide, as all-subsets tables are exported:
 every other column of FILE whose cells are numbers, NA, empty or + (a factor

@@ -2,7 +2,8 @@
 # drav-report table on the files that R and spreadsheets really write. R fits
 # five models to mtcars and writes the same table in each of the ways a
 # researcher meets: write.csv, write.csv2, write.table with tabs, with
-# semicolons and with row names as names, a spreadsheet's CSV on Windows
+# semicolons, with row names as names and as it stands (blanks between
+# the fields), a spreadsheet's CSV on Windows
 # (Windows-1252, CR LF, a trailing separator), CSV UTF-8 with its
 # byte-order mark and "Unicode text" (UTF-16). Every one must give the table
 # that write.csv's gives, byte for byte. Then broom's glance(), whose df is
@@ -31,6 +32,7 @@ write.table(d, out("tabs.txt"), sep = "\t", row.names = FALSE)
 write.table(d, out("semicolons.csv"), sep = ";", row.names = FALSE)
 rownames(d) <- d$model
 write.table(d[, -1], out("row-names.txt"), sep = "\t")
+write.table(d[, -1], out("write.table"))
 # Excel's CSV on Windows: Windows-1252 and CR LF.
 write.csv(d, out("windows.csv"), row.names = FALSE, fileEncoding = "CP1252", eol = "\r\n")
 if (requireNamespace("broom", quietly = TRUE)) {
@@ -48,7 +50,7 @@ iconv -f UTF-8 -t UTF-16 "$tmp/tabs.txt" >"$tmp/utf16.txt"
 "$bin" table --format csv "$tmp/write.csv" >"$tmp/expected" 2>"$tmp/err"
 check "write.csv read" 0 $?
 check "write.csv names" "1,poids × puissance" "$(sed -n 2p "$tmp/expected" | cut -d, -f1,2)"
-for file in write.csv2 tabs.txt semicolons.csv row-names.txt windows.csv trailing.csv bom.csv utf16.txt; do
+for file in write.csv2 tabs.txt semicolons.csv row-names.txt write.table windows.csv trailing.csv bom.csv utf16.txt; do
   "$bin" table --format csv "$tmp/$file" >"$tmp/out" 2>"$tmp/err"
   check "$file: status" 0 $?
   check "$file: the table of write.csv" "" "$(diff "$tmp/expected" "$tmp/out")"

@@ -72,6 +72,10 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"QuotedLineEndCountsLines", "model,aic\n\"two\nlines\",1\nm2,2\n", {", model|aic", "two\nlines|1@2", "m2|2@4"}},
         Case{"BlankAndEmptyRowsSkipped", "\nmodel,aic\n\n,\nm1,1\n,,\n", {", model|aic", "m1|1@5"}},
         Case{"TrailingEmptyField", "a,b,c\n1,2,\n", {", a|b|c", "1|2|@2"}},
+        // write.table as it stands: blanks between fields, names quoted; a
+        // run of blanks is one separator, and the ends of a line are trimmed.
+        Case{"RWriteTableBlanks", "\"logLik\" \"K\"\n\"y ~ a + b\" -80.5 3\n  m2    -81   2  \n",
+             {"  logLik|K", "y ~ a + b|-80.5|3@2", "m2|-81|2@3"}},
         Case{"Empty", "", {"in.csv: no header line; the input is empty"}},
         Case{"BlankLinesOnly", "\n\r\n\n", {"in.csv: no header line; the input is empty"}},
         // Excel's "Unicode text": UTF-16 with a byte-order mark, tabs; é is U+00E9.
