@@ -10,6 +10,7 @@
 
 #include "selection/criterion.hpp"
 #include "selection/delimited_reader.hpp"
+#include "selection/large_page_allocator.hpp"
 #include "selection/row_observer.hpp"
 
 namespace drav::selection {
@@ -54,7 +55,7 @@ struct CandidateTable {
   Criterion criterion = Criterion::AIC;
   std::string byName;             // the --by column as the header writes it
   std::vector<std::string> sets;  // values of the --by column by first appearance; one "" without
-  std::vector<Candidate> models;  // in file order
+  std::vector<Candidate, LargePageAllocator<Candidate>> models;  // in file order
   std::vector<Estimate> estimates;  // by model, when a parameter is averaged; empty otherwise
   // Things the reader should know that do not stop the table: models of one
   // set fitted to different n, names given twice, a criterion column that

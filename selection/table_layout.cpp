@@ -37,7 +37,18 @@ OutputTable SelectionLayout(const CandidateTable& table, const std::vector<Ranke
                            [setOf, &table](std::size_t i) { return TextCell(table.sets[setOf(i).set]); }});
   }
   out.columns.push_back({"rank", "Rank", "Rank", 0, false, [r](std::size_t i) { return CountCell(double(r(i).rank)); }});
-  out.columns.push_back({"model", "Model", "Model", 0, false, [model](std::size_t i) { return TextCell(model(i).model); }});
+  // The writers ask for rows in rank order, which jumps about the models
+  // kept in file order: each row's model is a trip to memory. The name is the
+  // first cell of a row to read its model, so it asks for the model a few
+  // rows on as well, which then arrives while these rows are written.
+  const std::size_t rows = out.rows;
+  out.columns.push_back({"model", "Model", "Model", 0, false, [model, r, rows, &table](std::size_t i) {
+#if defined(__GNUC__)
+                           constexpr std::size_t kAhead = 16;
+                           if (i + kAhead < rows) __builtin_prefetch(&table.models[r(i + kAhead).index]);
+#endif
+                           return TextCell(model(i).model);
+                         }});
   out.columns.push_back({"k", "K", "$K$", 0, false, [model](std::size_t i) {
                            const double k = model(i).k;
                            return std::isnan(k) ? Cell{} : CountCell(k);
