@@ -302,6 +302,7 @@ void WarnOfRepeatedNames(CandidateTable& table) {
     }
   }
   if (repeats == 0) return;
+  table.repeatedNames = true;
   const Candidate& a = table.models[first.first];
   std::string warning = "the model name " + Quoted(a.model) + " is given twice (lines " + std::to_string(a.line) +
                         " and " + std::to_string(table.models[first.second].line) + ")";

@@ -57,6 +57,7 @@ struct CandidateTable {
   std::vector<std::string> sets;  // values of the --by column by first appearance; one "" without
   std::vector<Candidate, LargePageAllocator<Candidate>> models;  // in file order
   std::vector<Estimate> estimates;  // by model, when a parameter is averaged; empty otherwise
+  bool repeatedNames = false;      // two models of one set share a name
   // Things the reader should know that do not stop the table: models of one
   // set fitted to different n, names given twice, a criterion column that
   // disagrees with logLik and K. --strict refuses the table for them.

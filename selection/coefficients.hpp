@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "selection/large_page_allocator.hpp"
+
 namespace drav::selection {
 
 struct Term {
@@ -16,9 +18,10 @@ struct Term {
   // By model index of CandidateTable::models. A model holds the term when
   // `held` is 1; its estimate and SE are NaN where the file gives no number
   // (a factor marked only "+", a missing SE).
-  std::vector<double> estimate;
-  std::vector<double> se;
-  std::vector<std::uint8_t> held;
+  // Read in rank order, so on huge pages where the kernel has them.
+  std::vector<double, LargePageAllocator<double>> estimate;
+  std::vector<double, LargePageAllocator<double>> se;
+  std::vector<std::uint8_t, LargePageAllocator<std::uint8_t>> held;
 
   explicit Term(std::string termName, std::size_t models = 0)
       : name(std::move(termName)),

@@ -17,7 +17,7 @@ std::vector<TermImportance> Importance(const Coefficients& coefficients, const s
   std::vector<TermImportance> result;
   result.reserve(coefficients.terms.size());
   for (std::size_t t = 0; t < coefficients.terms.size(); ++t) {
-    const std::vector<std::uint8_t>& held = coefficients.terms[t].held;
+    const auto& held = coefficients.terms[t].held;
     TermImportance term{t, 0, 0};
     for (const Member& m : members) {
       if (!held[m.index]) continue;

@@ -29,7 +29,7 @@ class LongReader {
     header_ = reader_.Header();
     AlignHeader(header_, reader_.Fields());
     FindColumns();
-    IndexModels();
+    guessable_ = !table_.repeatedNames && (by_ || table_.sets.size() == 1);
     do {
       ReadRow(reader_.Fields());
     } while (reader_.Next());
@@ -86,6 +86,16 @@ class LongReader {
     // answers most rows without a lookup.
     const std::string_view set = by_ ? Cell(fields, *by_) : std::string_view();
     if (lastModel_ != kNoModel && name == lastName_ && set == lastSet_) return lastModel_;
+    // They come in the table's order too, as a rule: the model after the
+    // last one answers without the index, and a file in that order never
+    // builds it. Only where a key names one model at most, or the index
+    // would have refused what the guess accepts.
+    const std::size_t next = lastModel_ == kNoModel ? 0 : lastModel_ + 1;
+    if (guessable_ && next < table_.models.size()) {
+      const Candidate& c = table_.models[next];
+      if (c.model == name && (!by_ || table_.sets[c.set] == set)) return Remember(name, set, next);
+    }
+    if (index_.empty()) IndexModels();
     std::string_view key = name;
     if (by_) {
       joined_.clear();
@@ -107,10 +117,14 @@ class LongReader {
       Fail(model_, "names model " + shown + (by_ ? " in set '" + std::string(set) + "'" : std::string()) +
                        ", which the table does not hold");
     }
+    return Remember(name, set, found->second);
+  }
+
+  std::size_t Remember(std::string_view name, std::string_view set, std::size_t model) {
     lastName_.assign(name);
     lastSet_.assign(set);
-    lastModel_ = found->second;
-    return lastModel_;
+    lastModel_ = model;
+    return model;
   }
 
   Term& TermOf(std::string_view name) {
@@ -157,6 +171,7 @@ class LongReader {
   std::unordered_map<std::string, std::size_t> termIndex_;
   std::string joined_, lastName_, lastSet_;
   std::size_t lastModel_ = kNoModel;
+  bool guessable_ = false;
   std::size_t lastTerm_ = 0;
   Coefficients result_;
 };

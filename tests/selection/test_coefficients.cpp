@@ -136,6 +136,16 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"LongJoinsBySetAndName",
              [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "site,model,term,estimate\nB,m1,x,5\nA,m1,x,6\n"); },
              "x=[6,5]"},
+        // Rows in the table's order join without the index, rows out of it
+        // through the index, in one file; a name the table gives twice is
+        // refused even when its rows come in the table's order.
+        Case{"LongInAndOutOfTableOrder",
+             [] { return Long("model,AIC\nm1,1\nm2,2\nm3,3\n", "",
+                              "model,term,estimate\nm1,x,1\nm2,x,2\nm1,y,3\nm3,x,4\nm2,y,5\n"); },
+             "x=[1,2,4] y=[3,5,-]"},
+        Case{"LongNameTwiceInTable",
+             [] { return Long("model,AIC\nm1,1\nm1,2\n", "", "model,term,estimate\nm1,x,5\n"); },
+             "c.csv:2: column 'model' names model 'm1', which stands for more than one model of the table"},
         Case{"LongAmbiguousWithoutSet",
              [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "model,term,estimate\nm1,x,5\n"); },
              "c.csv:2: column 'model' names model 'm1', which stands for more than one model of the table; give "

@@ -24,11 +24,12 @@ CandidateTable ThreeModels() {
   return table;
 }
 
-Term Held(const char* name, std::vector<double> estimate, std::vector<double> se, std::vector<std::uint8_t> held) {
+Term Held(const char* name, const std::vector<double>& estimate, const std::vector<double>& se,
+          const std::vector<std::uint8_t>& held) {
   Term term(name);
-  term.estimate = std::move(estimate);
-  term.se = std::move(se);
-  term.held = std::move(held);
+  term.estimate.assign(estimate.begin(), estimate.end());
+  term.se.assign(se.begin(), se.end());
+  term.held.assign(held.begin(), held.end());
   return term;
 }
 
