@@ -2,7 +2,7 @@
 # drav-report table on a million models (model, loglik, k, n) to CSV, as a
 # whole process: wall time over RUNS runs (hyperfine when installed), peak
 # memory from /usr/bin/time -v, and the same table computed by a plain R
-# script from the same file, with the ratio. Goal: under 3 s and 800 MB.
+# script from the same file, with the ratio. Goal: under 1.5 s and 250 MB.
 #   bench/selection_table.sh [BUILD_DIR] [MODELS]    (RUNS=5 by default)
 set -euo pipefail
 cd "$(dirname "$0")/.."
