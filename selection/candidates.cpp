@@ -139,6 +139,7 @@ class RowReader {
                             " = " + Formula(c);
       if (d.lines > 1) warning += "; " + std::to_string(d.lines - 1) + " more lines disagree";
       warning += ". Is " + Quoted(header_[*roles_.k]) + " the number of estimated parameters?";
+      if (!NameIs(header_[*roles_.k], "k")) warning += " A column 'K' is read before it.";
       warnings.push_back(std::move(warning));
     }
   }

@@ -23,8 +23,15 @@ bool Matches(std::string_view name, std::initializer_list<std::string_view> spel
                      [&](std::string_view s) { return SameWithoutCase(Trimmed(name), s); });
 }
 
-void Claim(std::optional<std::size_t>& role, std::size_t column) {
-  if (!role) role = column;
+// The spelling listed first wins where a file has two, as broom's glance()
+// does once K is added beside its df (which counts only the slopes); among
+// columns of one spelling, the leftmost.
+std::optional<std::size_t> Spelled(const std::vector<std::string>& header,
+                                   std::initializer_list<std::string_view> spellings) {
+  for (std::string_view spelling : spellings) {
+    if (const auto column = FindColumn(header, spelling)) return column;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -32,15 +39,15 @@ void Claim(std::optional<std::size_t>& role, std::size_t column) {
 ColumnRoles FindRoles(const std::vector<std::string>& header) {
   ColumnRoles roles;
   if (!header.empty() && Trimmed(header[0]).empty()) roles.rowName = 0;
+  roles.model = Spelled(header, {"model", "modnames", "name", "formula", "call"});
+  roles.logLik = Spelled(header, {"loglik", "logl", "ll"});
+  roles.k = Spelled(header, {"k", "npar", "df"});
+  roles.n = Spelled(header, {"n", "nobs"});
   for (std::size_t i = 0; i < header.size(); ++i) {
-    const std::string_view name = header[i];
-    if (Matches(name, {"model", "name", "modnames", "formula", "call"})) Claim(roles.model, i);
-    if (Matches(name, {"loglik", "logl", "ll"})) Claim(roles.logLik, i);
-    if (Matches(name, {"k", "df", "npar"})) Claim(roles.k, i);
-    if (Matches(name, {"n", "nobs"})) Claim(roles.n, i);
     for (Criterion c : kCriteria) {
-      if (!Matches(name, {Name(c)})) continue;
-      Claim(roles.criterion[static_cast<std::size_t>(c)], i);
+      auto& role = roles.criterion[static_cast<std::size_t>(c)];
+      if (role || !Matches(header[i], {Name(c)})) continue;
+      role = i;
       if (!roles.firstCriterion) roles.firstCriterion = c;
     }
   }
@@ -57,9 +64,11 @@ bool AlignHeader(std::vector<std::string>& header, std::span<const std::string_v
   return true;
 }
 
+bool NameIs(std::string_view name, std::string_view spelling) { return SameWithoutCase(Trimmed(name), Trimmed(spelling)); }
+
 std::optional<std::size_t> FindColumn(const std::vector<std::string>& header, std::string_view name) {
   for (std::size_t i = 0; i < header.size(); ++i) {
-    if (SameWithoutCase(Trimmed(header[i]), Trimmed(name))) return i;
+    if (NameIs(header[i], name)) return i;
   }
   return std::nullopt;
 }

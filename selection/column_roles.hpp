@@ -33,6 +33,9 @@ ColumnRoles FindRoles(const std::vector<std::string>& header);
 // header gets an empty name in front, and true says that every row is so.
 bool AlignHeader(std::vector<std::string>& header, std::span<const std::string_view> firstRow);
 
+// Whether a header name is `spelling`, without case and surrounding blanks.
+bool NameIs(std::string_view name, std::string_view spelling);
+
 // The column whose name matches `name` without case; the first of several.
 std::optional<std::size_t> FindColumn(const std::vector<std::string>& header, std::string_view name);
 

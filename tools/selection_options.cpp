@@ -179,8 +179,9 @@ its full average (a model without the term counts as 0 with SE 0) with SE.
 FILE is comma-, tab- or semicolon-separated text with a header row, as
 write.csv, spreadsheets and Stata write it, or blank-separated as
 write.table writes by default; - reads standard input. Columns are found
-by name, without case: model (name, modnames, formula, call), aic, aicc,
-bic, qaic, qaicc, loglik (logl, ll), k (df, npar), n (nobs). Text is
+by name, without case: model (modnames, name, formula, call), aic, aicc,
+bic, qaic, qaicc, loglik (logl, ll), k (npar, df), n (nobs); of two
+spellings in one file the first listed is read (K before df). Text is
 UTF-8, UTF-16 with a byte-order mark, or Windows-1252 (taken when the
 first byte outside ASCII is not UTF-8). The decimal mark is a full stop
 with commas between fields; otherwise the first number that has a mark

@@ -202,7 +202,7 @@ TEST(Candidates, WarnsOfCriteriaThatDisagreeWithLogLikAndK) {
   ASSERT_EQ(table.warnings.size(), 2u);
   EXPECT_EQ(table.warnings[0],
             "column 'AIC' on line 2 gives 156.652, which implies K = 4, but column 'df' gives 2; AIC = -2 logLik + "
-            "2K; 1 more lines disagree. Is 'df' the number of estimated parameters?");
+            "2K; 1 more lines disagree. Is 'df' the number of estimated parameters? A column 'K' is read before it.");
   EXPECT_NE(table.warnings[1].find("column 'BIC' on line 2 gives 162.515, which implies K = 4,"), std::string::npos);
   // Rounded to two decimals, agreeing criteria say nothing.
   EXPECT_TRUE(Load("model,logLik,K,AIC,AICc,n\na,-74.326,4,156.65,158.13,32\n").warnings.empty());
