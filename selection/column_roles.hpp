@@ -33,6 +33,10 @@ ColumnRoles FindRoles(const std::vector<std::string>& header);
 // header gets an empty name in front, and true says that every row is so.
 bool AlignHeader(std::vector<std::string>& header, std::span<const std::string_view> firstRow);
 
+// Whether a header name is any spelling of a role, read or not: a second
+// spelling (broom's df beside a K) is never a term.
+bool IsRoleName(std::string_view name);
+
 // Whether a header name is `spelling`, without case and surrounding blanks.
 bool NameIs(std::string_view name, std::string_view spelling);
 

@@ -74,7 +74,7 @@ void WideCoefficients::Start(const std::vector<std::string>& header) {
   // A column without a name names no term: R's row names stand under none,
   // and so does the column a spreadsheet's trailing separator leaves.
   for (std::size_t i = 0; i < header.size(); ++i) {
-    if (IsComputedColumn(header[i]) || Trimmed(header[i]).empty()) claimed[i] = true;
+    if (IsComputedColumn(header[i]) || IsRoleName(header[i]) || Trimmed(header[i]).empty()) claimed[i] = true;
   }
   // A column is a term's SE column when the term is a column too; it is
   // then no term of its own.

@@ -103,6 +103,9 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"WideTextByAndComputedColumns",
              [] { return Wide("model,AIC,family,site,AICcWt,Delta_AICc,x\na,1,gaussian,3,1,0,4\n", "site"); },
              "x=[4]"},
+        // broom's df beside the K that counts every parameter: read as
+        // neither K nor a term.
+        Case{"WideSecondSpellingOfARole", [] { return Wide("model,AIC,K,df,x\na,1,3,1,4\n", ""); }, "x=[4]"},
         Case{"WideDecimalComma", [] { return Wide("model;AIC;x\na;1;2,5\n", ""); }, "x=[2.5]"},
         // Drav's own table read back holds no term.
         Case{"WideDravTableHasNoTerms",
