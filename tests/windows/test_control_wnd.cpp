@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QPixmapCache>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -132,6 +133,35 @@ class ControlWndTest : public QObject {
     for (int press = 0; press < 5; ++press) Press(w->calcBtn());
     QVERIFY(answers.Done());
     QCOMPARE(answers.folders, (QStringList{first.path(), first.path(), second.path()}));
+  }
+
+  // The dialogs of a run draw without Qt's pixmap cache, so that they leave
+  // nothing in it; once each has closed, whether the run ends in a report,
+  // a message or a cancel, the cache is back at its size and keeps what the
+  // windows put in it.
+  void pixmapCacheIsBackAfterEachDialog() {
+    const int limit = QPixmapCache::cacheLimit();
+    QVERIFY(limit > 0);
+    ModalAnswerer answers;
+    answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/five-models.txt")).AcceptMessage().Cancel();
+    const std::pair<const char*, const char*> runs[] = {{"report", "5"}, {"message", ""}, {"cancel", "5"}};
+    for (const auto& [ending, count] : runs) {
+      Press(w->clearBtn());
+      Type(count);
+      Press(w->calcBtn());
+      QCOMPARE(w->ResultsFld().Visible(), std::string(ending) == "report");
+      QCOMPARE(QPixmapCache::cacheLimit(), limit);
+      QPixmap drawn(16, 16);
+      drawn.fill(Qt::darkCyan);
+      const QString key = QStringLiteral("drav-test-after-") + ending;
+      QVERIFY2(QPixmapCache::insert(key, drawn), ending);
+      QPixmap found;
+      QVERIFY2(QPixmapCache::find(key, &found), ending);
+      QCOMPARE(found.cacheKey(), drawn.cacheKey());
+      QPixmapCache::remove(key);
+    }
+    QVERIFY(answers.Done());
+    QCOMPARE(answers.messages.size(), std::size_t(1));
   }
 
   // The count is the window's one tab stop: Tab from the report goes to it,
