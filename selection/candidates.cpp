@@ -66,7 +66,7 @@ class RowReader {
       : reader_(reader),
         header_(std::move(header)),
         rowNames_(rowNames),
-        roles_(FindRoles(header_)),
+        roles_(SettleRoles(header_, reader.Fields(), reader.Line(), options.roles, reader.Name(), notes_)),
         decimal_(reader.Separator(), options.decimal) {
     if (!options.modelColumn.empty()) roles_.model = Required(options.modelColumn);
     ChooseCriterion(options);
@@ -78,6 +78,8 @@ class RowReader {
   }
 
   Criterion Chosen() const { return criterion_; }
+  double Chat() const { return chat_; }
+  const ColumnRoles& Roles() const { return roles_; }
   std::string ByName() const { return by_ ? header_[*by_] : std::string(); }
   bool Numbered() const { return !roles_.model && !roles_.rowName; }
   std::vector<std::string>& Notes() { return notes_; }
@@ -98,12 +100,14 @@ class RowReader {
     c.model = nameColumn ? std::string(Cell(*nameColumn)) : std::to_string(ordinal);
     if (!utf8::IsValid(c.model)) c.model = utf8::Sanitize(std::move(c.model));
     if (roles_.logLik) c.logLik = computed_ ? Number(*roles_.logLik) : Optional(*roles_.logLik);
-    if (roles_.k) c.k = computed_ ? Number(*roles_.k) : Optional(*roles_.k);
-    if (roles_.n) c.n = computed_ && NeedsN(criterion_) ? Number(*roles_.n) : Optional(*roles_.n);
+    if (roles_.k) c.k = Count(*roles_.k, computed_, roles_.kMayBeTerm, "K", "--k");
+    if (roles_.n) c.n = Count(*roles_.n, computed_ && NeedsN(criterion_), roles_.nMayBeTerm, "n", "--n");
     RefuseImpossible(roles_.k, c.k < 0, "K, the number of estimated parameters, cannot be negative");
     RefuseImpossible(roles_.n, c.n <= 0, "the number of observations must be positive");
+    // A criterion given in its column is held to n > K + 1 as one computed
+    // is: an AICc of 10 parameters from 10 rows has no meaning either way.
+    if (computed_ || (!std::isnan(c.n) && !std::isnan(c.k))) CheckSample(c);
     if (computed_) {
-      CheckSample(c);
       c.value = Compute(criterion_, {c.logLik, c.k, c.n, chat_});
       // Cells near the largest double can give an infinite criterion, and
       // an infinite best would make every difference NaN.
@@ -122,8 +126,11 @@ class RowReader {
     Estimate e;
     if (IsMissing(Cell(*estimate_))) return e;
     e.value = Number(*estimate_);
+    // A missing SE leaves the average without an SE, as it does for --all.
+    if (IsMissing(Cell(*se_))) return e;
     e.se = Number(*se_);
     RefuseImpossible(se_, e.se < 0, "a standard error cannot be negative");
+    e.se *= std::sqrt(chat_);
     return e;
   }
 
@@ -217,6 +224,19 @@ class RowReader {
 
   double Optional(std::size_t column) { return decimal_.Read(Cell(column), reader_.Line()).value_or(kNotGiven); }
 
+  // K or n: a number where the criterion needs it, else a number or
+  // nothing. Text is never quietly dropped, and in a column whose name a
+  // term may have, neither is a cell that only a term's column holds.
+  double Count(std::size_t column, bool needed, bool mayBeTerm, std::string_view role, std::string_view option) {
+    const std::string_view cell = Cell(column);
+    const bool termCell = IsMissing(cell) || cell.find_first_not_of(" \t+") == std::string_view::npos;
+    if (!mayBeTerm || !termCell) return needed || !IsMissing(cell) ? Number(column) : kNotGiven;
+    throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " +
+                    (IsBlank(cell) ? std::string("an empty cell") : Quoted(cell)) + ", as a term's column does, but is read as " +
+                    std::string(role) + " from the first line; --term " + header_[column] + " reads it as a term, " +
+                    std::string(option) + " " + header_[column] + " as " + std::string(role));
+  }
+
   void RefuseImpossible(std::optional<std::size_t> column, bool impossible, const std::string& why) const {
     if (!impossible) return;
     throw DataError(Where() + "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " + why);
@@ -250,6 +270,7 @@ class RowReader {
   const DelimitedReader& reader_;
   std::vector<std::string> header_;
   bool rowNames_;
+  std::vector<std::string> notes_;  // before roles_, which adds to it as it is settled
   ColumnRoles roles_;
   DecimalMark decimal_;
   Criterion criterion_ = Criterion::AIC;
@@ -258,7 +279,6 @@ class RowReader {
   std::optional<std::size_t> by_, estimate_, se_;
   std::span<const std::string_view> fields_;
   std::array<Disagreement, 4> disagreements_{};
-  std::vector<std::string> notes_;
 };
 
 void WarnOfDifferentN(CandidateTable& table) {
@@ -318,9 +338,10 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   if (!reader.Next()) throw DataError(reader.Name() + ": a header line but no models");
   std::vector<std::string> header = reader.Header();
   const bool rowNames = AlignHeader(header, reader.Fields());
-  if (options.observer) options.observer->Start(header);
-  RowReader rows(reader, std::move(header), rowNames, options);
+  RowReader rows(reader, header, rowNames, options);
+  if (options.observer) options.observer->Start(header, rows.Roles());
   table.criterion = rows.Chosen();
+  table.chat = rows.Chat();
   table.byName = rows.ByName();
 
   try {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "selection/column_roles.hpp"
 #include "selection/criterion.hpp"
 #include "selection/delimited_reader.hpp"
 #include "selection/large_page_allocator.hpp"
@@ -19,6 +20,7 @@ struct LoadOptions {
   std::optional<Criterion> criterion;  // none: the first criterion column, else AICc with n, else AIC
   std::optional<double> chat;          // the overdispersion factor for a computed QAIC
   std::string modelColumn;             // the column that names the models; empty: found by its name
+  RoleChoices roles;                   // the K, n and term columns the user named
   char decimal = 0;                    // the decimal mark, ',' or '.'; 0: the file's cells decide
   std::string byColumn;                // the column that splits the rows into sets; empty for one set
   std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
@@ -53,6 +55,7 @@ struct Estimate {
 
 struct CandidateTable {
   Criterion criterion = Criterion::AIC;
+  double chat = 1;                // the overdispersion factor a computed QAIC or QAICc used; 1 otherwise
   std::string byName;             // the --by column as the header writes it
   std::vector<std::string> sets;  // values of the --by column by first appearance; one "" without
   std::vector<Candidate, LargePageAllocator<Candidate>> models;  // in file order
@@ -69,7 +72,8 @@ struct CandidateTable {
 
 // Reads every record. Throws DataError for a cell that is not a number in a
 // column the criterion needs (naming file:line and the column), for an
-// impossible value (K < 0, n <= 0, a negative SE), for AICc with n <= K + 1,
+// impossible value (K < 0, n <= 0, a negative SE), for AICc or QAICc with
+// n <= K + 1 whether computed or given in its column,
 // for a missing column and for more than maxModels models; UsageError for a
 // computed QAIC without an overdispersion factor and for an overdispersion
 // factor that would change nothing.

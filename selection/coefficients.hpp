@@ -32,8 +32,19 @@ struct Term {
 
 struct Coefficients {
   std::vector<Term> terms;  // in the order the file first names them
+  bool standardErrors = false;  // whether the file has a column of standard errors
   // Things the reader should know that do not stop the run.
   std::vector<std::string> warnings;
 };
+
+// An overdispersion factor c widens the variances of the estimates c
+// times, as QAIC assumes; standard errors from an ordinary fit are
+// multiplied by its root before they are averaged.
+inline void InflateForOverdispersion(Coefficients& coefficients, double chat) {
+  const double factor = std::sqrt(chat);
+  for (Term& term : coefficients.terms) {
+    for (double& se : term.se) se *= factor;
+  }
+}
 
 }  // namespace drav::selection

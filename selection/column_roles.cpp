@@ -1,7 +1,12 @@
 #include "selection/column_roles.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <span>
+
+#include "selection/errors.hpp"
+#include "selection/known_columns.hpp"
+#include "selection/number_text.hpp"
 
 namespace drav::selection {
 namespace {
@@ -29,25 +34,53 @@ constexpr std::string_view kLogLik[] = {"loglik", "logl", "ll"};
 constexpr std::string_view kK[] = {"k", "npar", "df"};
 constexpr std::string_view kN[] = {"n", "nobs"};
 
-// The spelling listed first wins where a file has two, as broom's glance()
-// does once K is added beside its df (which counts only the slopes); among
-// columns of one spelling, the leftmost.
-std::optional<std::size_t> Spelled(const std::vector<std::string>& header, Spellings spellings) {
-  for (std::string_view spelling : spellings) {
-    if (const auto column = FindColumn(header, spelling)) return column;
+std::string Quoted(std::string_view text) {
+  std::string quoted(1, '\'');
+  quoted.append(text).push_back('\'');
+  return quoted;
+}
+
+std::optional<std::string> SeColumnOf(const std::vector<std::string>& header, std::size_t column) {
+  for (const std::string& name : header) {
+    const auto spread = SpreadColumnOf(name);
+    // Exact case: R's N and n are two variables.
+    if (spread && spread->kind == SpreadColumn::Kind::StandardError && spread->term == Trimmed(header[column])) {
+      return name;
+    }
   }
+  return std::nullopt;
+}
+
+// Why the first record's cell in `column` is a term's rather than a count's:
+// a whole number of at least `least` is a count; with `wholeOnly` false a
+// fraction is too (the effective degrees of freedom of a smooth).
+std::optional<std::string> TermLike(const std::vector<std::string>& header, std::span<const std::string_view> row,
+                                    std::int64_t line, std::size_t column, double least, bool wholeOnly) {
+  if (const auto se = SeColumnOf(header, column)) return "has its standard errors in column " + Quoted(*se);
+  const std::string_view cell = column < row.size() ? Trimmed(row[column]) : std::string_view();
+  auto value = ParseNumber(cell, false);
+  if (!value) value = ParseNumber(cell, true);
+  const std::string holds = "holds " + (cell.empty() ? std::string("an empty cell") : Quoted(cell.substr(0, 40))) +
+                            " on line " + std::to_string(line);
+  if (!value) return holds;
+  if (wholeOnly && *value != std::floor(*value)) return holds;
+  if (*value < least) return holds;
   return std::nullopt;
 }
 
 }  // namespace
 
+bool ColumnRoles::IsTerm(std::size_t column) const {
+  return std::find(terms.begin(), terms.end(), column) != terms.end();
+}
+
 ColumnRoles FindRoles(const std::vector<std::string>& header) {
   ColumnRoles roles;
   if (!header.empty() && Trimmed(header[0]).empty()) roles.rowName = 0;
-  roles.model = Spelled(header, kModel);
-  roles.logLik = Spelled(header, kLogLik);
-  roles.k = Spelled(header, kK);
-  roles.n = Spelled(header, kN);
+  roles.model = FindSpelled(header, kModel);
+  roles.logLik = FindSpelled(header, kLogLik);
+  roles.k = FindSpelled(header, kK);
+  roles.n = FindSpelled(header, kN);
   for (std::size_t i = 0; i < header.size(); ++i) {
     for (Criterion c : kCriteria) {
       auto& role = roles.criterion[static_cast<std::size_t>(c)];
@@ -56,6 +89,56 @@ ColumnRoles FindRoles(const std::vector<std::string>& header) {
       if (!roles.firstCriterion) roles.firstCriterion = c;
     }
   }
+  return roles;
+}
+
+ColumnRoles SettleRoles(const std::vector<std::string>& header, std::span<const std::string_view> firstRow,
+                        std::int64_t firstLine, const RoleChoices& choices, const std::string& fileName,
+                        std::vector<std::string>& notes) {
+  ColumnRoles roles = FindRoles(header);
+  const auto required = [&](const std::string& name, std::string_view option) {
+    const auto column = FindColumn(header, name);
+    if (!column) throw DataError(fileName + ": no column named " + Quoted(name) + " (" + std::string(option) + ")");
+    return *column;
+  };
+  for (const std::string& name : choices.terms) roles.terms.push_back(required(name, "--term"));
+  // Of the columns that spell a role, in the order of the spellings, the
+  // first that is not a term's. A one-letter name may be a term's too; the
+  // longer spellings never are.
+  const auto settle = [&](Spellings spellings, const std::string& chosen, std::string_view role, std::string_view option,
+                          double least, bool& mayBeTerm) -> std::optional<std::size_t> {
+    if (!chosen.empty()) return required(chosen, option);
+    const bool longerSpelling = std::any_of(spellings.begin() + 1, spellings.end(),
+                                            [&](std::string_view s) { return FindColumn(header, s).has_value(); });
+    for (std::string_view spelling : spellings) {
+      for (std::size_t column = 0; column < header.size(); ++column) {
+        if (!NameIs(header[column], spelling) || roles.IsTerm(column) || column == roles.k) continue;
+        if (spelling.size() > 1) return column;
+        // K may be a fraction (a smooth's effective degrees of freedom)
+        // unless a longer spelling stands by to take the role.
+        const auto why = TermLike(header, firstRow, firstLine, column, least, role == "n" || longerSpelling);
+        if (!why) {
+          mayBeTerm = true;
+          return column;
+        }
+        roles.terms.push_back(column);
+        notes.push_back("column " + Quoted(header[column]) + " " + *why +
+                        ", as a term's column does, so it is read as a term, not as " + std::string(role) + "; " +
+                        std::string(option) + " " + header[column] + " reads it as " + std::string(role));
+      }
+    }
+    return std::nullopt;
+  };
+  roles.k.reset();
+  roles.n.reset();
+  roles.k = settle(kK, choices.k, "K", "--k", 1, roles.kMayBeTerm);
+  double leastN = 1;
+  if (roles.k && *roles.k < firstRow.size()) {
+    leastN = std::max(leastN, ParseNumber(Trimmed(firstRow[*roles.k]), false).value_or(1));
+  }
+  roles.n = settle(kN, choices.n, "n", "--n", leastN, roles.nMayBeTerm);
+  if (!choices.k.empty()) roles.kMayBeTerm = false;
+  if (!choices.n.empty()) roles.nMayBeTerm = false;
   return roles;
 }
 
@@ -75,6 +158,13 @@ bool IsRoleName(std::string_view name) {
 }
 
 bool NameIs(std::string_view name, std::string_view spelling) { return SameWithoutCase(Trimmed(name), Trimmed(spelling)); }
+
+std::optional<std::size_t> FindSpelled(const std::vector<std::string>& header, Spellings spellings) {
+  for (std::string_view spelling : spellings) {
+    if (const auto column = FindColumn(header, spelling)) return column;
+  }
+  return std::nullopt;
+}
 
 std::optional<std::size_t> FindColumn(const std::vector<std::string>& header, std::string_view name) {
   for (std::size_t i = 0; i < header.size(); ++i) {

@@ -136,7 +136,22 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
   for (;;) {
     for (; i < buffer_.size(); ++i) {
       const char c = buffer_[i];
-      if (c == '"') {
+      if (c == '\\' && quoted) {
+        // R's write.table escapes a quote inside a quoted field as \" by
+        // default, where RFC 4180 doubles it. Such a quote is taken for an
+        // escape once one is met that could not close the field: one not
+        // followed by a separator, a line end or a second quote.
+        if (i + 2 >= buffer_.size() && !atEnd_) break;
+        if (i + 1 < buffer_.size() && buffer_[i + 1] == '"') {
+          const char after = i + 2 < buffer_.size() ? buffer_[i + 2] : '\n';
+          if (!backslashEscapes_ && after != separator_ && after != '\n' && after != '\r' && after != '"') {
+            backslashEscapes_ = true;
+            note_ += std::string(note_.empty() ? "" : "; ") + "a quote inside a quoted field on line " +
+                     std::to_string(nextLine_) + " is escaped by a backslash, as write.table writes it; read so";
+          }
+          if (backslashEscapes_) ++i;
+        }
+      } else if (c == '"') {
         quoted = !quoted;
       } else if (c == '\n' || c == '\r') {
         const bool crAtBufferEnd = c == '\r' && i + 1 == buffer_.size() && !atEnd_;
@@ -252,7 +267,7 @@ void DelimitedReader::Check() {
       decoding_ = Decoding::Windows1252;
       std::string shown;
       utf8::Append(shown, Windows1252(byte));
-      note_ = name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
+      note_ += std::string(note_.empty() ? "" : "; ") + name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
               "' (--encoding utf-8 refuses such a file)";
       checked_ = buffer_.size();
       return;
@@ -290,7 +305,10 @@ void DelimitedReader::Split(std::size_t begin, std::size_t end) {
     if (i < end && text[i] == '"') {
       const std::size_t start = unquoted_.size();
       for (++i; i < end; ++i) {
-        if (text[i] != '"') {
+        if (backslashEscapes_ && text[i] == '\\' && i + 1 < end && text[i + 1] == '"') {
+          unquoted_ += '"';
+          ++i;
+        } else if (text[i] != '"') {
           unquoted_ += text[i];
         } else if (i + 1 < end && text[i + 1] == '"') {
           unquoted_ += '"';

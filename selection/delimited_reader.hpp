@@ -3,7 +3,7 @@
 // Python's csv module, spreadsheets and Stata write it. The separator (comma,
 // tab or semicolon) is the one the header line uses most; quoting follows
 // RFC 4180, so a quoted field may hold separators, doubled quotes and line
-// ends. A header with none of the three but with blanks between its fields
+// ends, or quotes escaped by a backslash as write.table writes them. A header with none of the three but with blanks between its fields
 // is R's write.table as it stands by default (sep = " ", the names quoted):
 // then a run of spaces separates, and spaces at either end of a line do not. LF, CR LF and CR all end a line. Records are read one at a time, so
 // memory follows the longest record, not the file.
@@ -93,6 +93,7 @@ class DelimitedReader {
   std::size_t checked_ = 0;   // bytes of buffer_ known to be valid text
   std::size_t invalidAt_ = std::string::npos;  // the first byte of buffer_ that is not UTF-8
   bool atEnd_ = false;
+  bool backslashEscapes_ = false;  // quotes in quoted fields are \" rather than ""
   char separator_ = ',';
   std::vector<std::string> header_;
   std::string unquoted_;  // quoted fields of the current record, unescaped

@@ -1,5 +1,7 @@
 #include "selection/long_coefficients.hpp"
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
@@ -7,6 +9,7 @@
 #include "selection/column_roles.hpp"
 #include "selection/decimal_mark.hpp"
 #include "selection/errors.hpp"
+#include "selection/known_columns.hpp"
 #include "selection/number_text.hpp"
 
 namespace drav::selection {
@@ -30,9 +33,11 @@ class LongReader {
     AlignHeader(header_, reader_.Fields());
     FindColumns();
     guessable_ = !table_.repeatedNames && (by_ || table_.sets.size() == 1);
+    rowsOf_.assign(table_.models.size(), 0);
     do {
       ReadRow(reader_.Fields());
     } while (reader_.Next());
+    WarnOfModelsWithoutRows();
     return std::move(result_);
   }
 
@@ -43,10 +48,10 @@ class LongReader {
       return *column;
     };
     model_ = required(FindRoles(header_).model, "model");
-    term_ = required(FindColumn(header_, "term"), "term");
-    estimate_ = required(FindColumn(header_, "estimate"), "estimate");
-    se_ = FindColumn(header_, "std.error");
-    if (!se_) se_ = FindColumn(header_, "se");
+    term_ = required(FindSpelled(header_, kTermSpellings), "term");
+    estimate_ = required(FindSpelled(header_, kEstimateSpellings), "estimate");
+    se_ = FindSpelled(header_, kSeSpellings);
+    result_.standardErrors = se_.has_value();
     if (!table_.byName.empty()) by_ = FindColumn(header_, table_.byName);
   }
 
@@ -138,8 +143,20 @@ class LongReader {
     return terms[lastTerm_ = where->second];
   }
 
+  void WarnOfModelsWithoutRows() {
+    const auto first = std::find(rowsOf_.begin(), rowsOf_.end(), 0);
+    if (first == rowsOf_.end()) return;
+    const Candidate& c = table_.models[static_cast<std::size_t>(first - rowsOf_.begin())];
+    const auto more = std::count(first + 1, rowsOf_.end(), 0);
+    std::string warning = "model '" + c.model + "' (line " + std::to_string(c.line) + ") has no row in " +
+                          reader_.Name() + ", so it holds no term, not even an intercept";
+    if (more > 0) warning += "; " + std::to_string(more) + " more models have none";
+    result_.warnings.push_back(warning + ". Is the file cut short?");
+  }
+
   void ReadRow(std::span<const std::string_view> fields) {
     const std::size_t model = ModelOf(fields);
+    rowsOf_[model] = 1;
     const std::string_view estimateText = Cell(fields, estimate_);
     // A coefficient the fit could not estimate (NA, as for an aliased
     // term) is one the model does not hold.
@@ -173,6 +190,7 @@ class LongReader {
   std::size_t lastModel_ = kNoModel;
   bool guessable_ = false;
   std::size_t lastTerm_ = 0;
+  std::vector<std::uint8_t> rowsOf_;  // by model of the table: 1 once a row names it
   Coefficients result_;
 };
 

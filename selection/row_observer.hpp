@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "selection/column_roles.hpp"
 #include "selection/decimal_mark.hpp"
 
 namespace drav::selection {
@@ -16,8 +17,8 @@ namespace drav::selection {
 class RowObserver {
  public:
   virtual ~RowObserver() = default;
-  // Once, before the first record.
-  virtual void Start(const std::vector<std::string>& header) = 0;
+  // Once, before the first record, with the roles the table settled.
+  virtual void Start(const std::vector<std::string>& header, const ColumnRoles& roles) = 0;
   // Every record that became a model, in file order; may throw DataError.
   // Numbers are read with `decimal`, the file's own decimal mark, so that
   // the observer and the table never read one file two ways.

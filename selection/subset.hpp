@@ -14,15 +14,16 @@ namespace drav::selection {
 
 struct SubsetOptions {
   std::optional<double> deltaMax;    // keep the models with delta <= this
-  std::optional<std::size_t> top;    // keep the models ranked 1 to this; with both, the models both keep
+  std::optional<std::size_t> top;    // keep the models ranked 1 to this and their ties; with both, the models both keep
 
   bool Any() const { return deltaMax || top; }
 };
 
 // By model of the table, whether the subset keeps it; the best model of
-// every set is always kept.
+// every set is always kept, and so are the models tied at the cut of --top,
+// each set's so kept said in a note.
 std::vector<bool> SubsetMask(const CandidateTable& table, const std::vector<RankedSet>& ranked,
-                             const SubsetOptions& options);
+                             const SubsetOptions& options, std::vector<std::string>& notes);
 
 // The line under a text table that says which subset it shows, such as
 // "Subset: the models with delta <= 2 and rank <= 20 (12 of 64); ...";

@@ -7,18 +7,11 @@
 
 #include "selection/column_roles.hpp"
 #include "selection/errors.hpp"
+#include "selection/known_columns.hpp"
 #include "selection/number_text.hpp"
 
 namespace drav::selection {
 namespace {
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
 
 std::string_view Trimmed(std::string_view s) {
   while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
@@ -26,40 +19,10 @@ std::string_view Trimmed(std::string_view s) {
   return s;
 }
 
-// Columns that ranked tables carry beside the models and that Drav computes
-// afresh: the differences and weights of the all-subsets exports, and every
-// column of Drav's own table, so that a table fed back in shows no terms.
-bool IsComputedColumn(std::string_view name) {
-  const std::string lower = Lower(Trimmed(name));
-  for (std::string_view computed : {"delta", "weight", "rank", "likelihood", "cumulative_weight", "evidence_ratio",
-                                    "confidence_set", "modellik", "cum.wt"}) {
-    if (lower == computed) return true;
-  }
-  // AICcmodavg's AICcWt, QAICWt and the like.
-  return lower.starts_with("delta_") ||
-         (lower.ends_with("wt") && lower.substr(0, lower.size() - 2).find("aic") != std::string::npos);
-}
-
-// The term whose standard errors a column holds, by the spellings people
-// give such columns: wt_se, wt.se, "wt se", se_wt, se.wt.
-std::optional<std::string> SeOf(std::string_view name) {
-  const std::string lower = Lower(Trimmed(name));
-  const std::string_view trimmed = Trimmed(name);
-  for (std::string_view suffix : {"_se", ".se", " se"}) {
-    if (lower.size() > suffix.size() && lower.ends_with(suffix))
-      return std::string(trimmed.substr(0, trimmed.size() - suffix.size()));
-  }
-  for (std::string_view prefix : {"se_", "se."}) {
-    if (lower.size() > prefix.size() && lower.starts_with(prefix)) return std::string(trimmed.substr(prefix.size()));
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
-void WideCoefficients::Start(const std::vector<std::string>& header) {
+void WideCoefficients::Start(const std::vector<std::string>& header, const ColumnRoles& roles) {
   header_ = header;
-  const ColumnRoles roles = FindRoles(header);
   std::vector<bool> claimed(header.size(), false);
   const auto claim = [&claimed](std::optional<std::size_t> column) {
     if (column && *column < claimed.size()) claimed[*column] = true;
@@ -72,25 +35,42 @@ void WideCoefficients::Start(const std::vector<std::string>& header) {
   if (!byColumn_.empty()) claim(FindColumn(header, byColumn_));
   if (!modelColumn_.empty()) claim(FindColumn(header, modelColumn_));
   // A column without a name names no term: R's row names stand under none,
-  // and so does the column a spreadsheet's trailing separator leaves.
+  // and so does the column a spreadsheet's trailing separator leaves. Nor
+  // does a second spelling of a role or a statistic of the model.
+  std::vector<std::string> terms(header.size());
+  std::vector<std::optional<std::string>> seOf(header.size());
   for (std::size_t i = 0; i < header.size(); ++i) {
-    if (IsComputedColumn(header[i]) || IsRoleName(header[i]) || Trimmed(header[i]).empty()) claimed[i] = true;
-  }
-  // A column is a term's SE column when the term is a column too; it is
-  // then no term of its own.
-  std::vector<std::optional<std::size_t>> seFor(header.size());
-  for (std::size_t i = 0; i < header.size(); ++i) {
-    if (claimed[i]) continue;
-    if (const auto term = SeOf(header[i])) {
-      const auto column = FindColumn(header, *term);
-      if (column && !claimed[*column] && !seFor[*column]) {
-        seFor[*column] = i;
-        claimed[i] = true;
-      }
+    terms[i] = Trimmed(header[i]);
+    if (claimed[i] || roles.IsTerm(i)) continue;
+    if (terms[i].empty() || IsRoleName(header[i]) || IsStatisticColumn(header[i])) {
+      claimed[i] = true;
+      continue;
+    }
+    const auto spread = SpreadColumnOf(header[i]);
+    if (!spread) continue;
+    switch (spread->kind) {
+      case SpreadColumn::Kind::Estimate: terms[i] = spread->term; break;
+      case SpreadColumn::Kind::StandardError: seOf[i] = spread->term; break;
+      case SpreadColumn::Kind::Other: claimed[i] = true; break;
     }
   }
+  // A standard error column belongs to the term of its name, case and all
+  // (R's N and n are two variables); one without
+  // that term is refused rather than averaged as a term of its own.
+  std::vector<std::optional<std::size_t>> seFor(header.size());
   for (std::size_t i = 0; i < header.size(); ++i) {
-    if (!claimed[i]) columns_.push_back({i, seFor[i], true, 0, Term(std::string(Trimmed(header[i])))});
+    if (claimed[i] || !seOf[i]) continue;
+    claimed[i] = true;
+    std::size_t j = 0;
+    while (j < header.size() && (claimed[j] || seOf[j] || seFor[j] || terms[j] != *seOf[i])) ++j;
+    if (j == header.size()) {
+      throw DataError(name_ + ": column '" + header[i] + "' is named as the standard errors of a term '" + *seOf[i] +
+                      "', but no column holds that term; --term '" + header[i] + "' reads it as a term of its own");
+    }
+    seFor[j] = i;
+  }
+  for (std::size_t i = 0; i < header.size(); ++i) {
+    if (!claimed[i]) columns_.push_back({i, seFor[i], true, 0, Term(terms[i])});
   }
 }
 
@@ -137,7 +117,13 @@ void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_
 Coefficients WideCoefficients::Finish() {
   Coefficients result;
   for (Candidate& c : columns_) {
+    const auto& held = c.term.held;
+    if (c.isTerm && std::find(held.begin(), held.end(), std::uint8_t{1}) == held.end()) {
+      // NA in every model: no model holds it, as the long form has it.
+      continue;
+    }
     if (c.isTerm) {
+      result.standardErrors = result.standardErrors || c.seColumn.has_value();
       result.terms.push_back(std::move(c.term));
     } else if (c.textLine > 0) {
       // Numbers for a while, then text: more likely a typing slip in a

@@ -4,10 +4,12 @@
 // lacks the term, and "+" for a factor the model holds.
 //
 // A term column is any column without a role (name, logLik, K, n, a
-// criterion, the --by column, and delta and weight, which Drav computes
-// itself and never reads) whose every cell is a number, NA, empty or "+". A
-// column named after a term with "_se", ".se", " se" after it or "se_",
-// "se." before it holds that term's standard errors.
+// criterion, the --by column) and without a statistic's name (delta, weight,
+// p.value and the rest of known_columns.hpp) whose every cell is a number,
+// NA, empty or "+". A column named after a term with an SE spelling joined
+// before or after it (X_se, se.X, std.error.X) holds that term's standard
+// errors, and estimate.X is the term X, as reshape() and pivot_wider()
+// spread tidy(). A term that no model holds (NA throughout) is left out.
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,7 +26,7 @@ class WideCoefficients : public RowObserver {
   WideCoefficients(std::string name, std::string byColumn, std::string modelColumn = {})
       : name_(std::move(name)), byColumn_(std::move(byColumn)), modelColumn_(std::move(modelColumn)) {}
 
-  void Start(const std::vector<std::string>& header) override;
+  void Start(const std::vector<std::string>& header, const ColumnRoles& roles) override;
   void Row(std::span<const std::string_view> fields, std::int64_t line, DecimalMark& decimal) override;
 
   // The terms of the rows read; the columns that held text are not among

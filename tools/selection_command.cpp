@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <new>
@@ -21,6 +22,7 @@
 #include "selection/json_writer.hpp"
 #include "selection/latex_writer.hpp"
 #include "selection/markdown_writer.hpp"
+#include "selection/number_text.hpp"
 #include "selection/output_buffer.hpp"
 #include "selection/ranking.hpp"
 #include "selection/table_layout.hpp"
@@ -141,6 +143,15 @@ int Run(const SelectionOptions& options) {
   if (terms && options.coefficients.empty()) load.observer = &wide;
   const sel::CandidateTable table = sel::LoadCandidates(reader, load);
   for (const std::string& note : table.notes) std::fprintf(stderr, "drav-report: note: %s\n", note.c_str());
+  if ((options.average || options.allTerms) && table.chat > 1) {
+    std::string factor;
+    sel::AppendShortest(factor, std::sqrt(table.chat));
+    std::fprintf(stderr,
+                 "drav-report: note: the standard errors are multiplied by sqrt(--chat) = %s before averaging, "
+                 "as QAIC assumes variances c times an ordinary fit's; give SEs of an ordinary fit, not of a "
+                 "quasi-likelihood one\n",
+                 factor.c_str());
+  }
   const auto warn = [&](const std::vector<std::string>& warnings) {
     return Warn(input.Name(), warnings, options.strict) ? kDone : kBadData;
   };
@@ -149,7 +160,9 @@ int Run(const SelectionOptions& options) {
   std::vector<bool> keep;
   std::size_t kept = table.models.size();
   if (options.subset.Any()) {
-    keep = sel::SubsetMask(table, ranked, options.subset);
+    std::vector<std::string> notes;
+    keep = sel::SubsetMask(table, ranked, options.subset, notes);
+    for (const std::string& note : notes) std::fprintf(stderr, "drav-report: note: %s\n", note.c_str());
     ranked = sel::Rank(table, {options.level, options.fileOrder, &keep});
     kept = 0;
     for (const sel::RankedSet& set : ranked) kept += set.models.size();
@@ -160,9 +173,14 @@ int Run(const SelectionOptions& options) {
     return kDone;
   };
   if (terms) {
-    const sel::Coefficients coefficients =
+    sel::Coefficients coefficients =
         options.coefficients.empty() ? wide.Finish() : ReadCoefficientsFile(options, table);
     std::vector<std::string> warnings = coefficients.warnings;
+    if (options.allTerms && !coefficients.terms.empty() && !coefficients.standardErrors) {
+      warnings.push_back("no column of standard errors (std.error, se, Std. Error; TERM_se beside a term), so the "
+                         "averages have no SE and no interval");
+    }
+    if (options.allTerms) sel::InflateForOverdispersion(coefficients, table.chat);
     const auto sets = SummariseTerms(options, table, ranked, coefficients, warnings);
     if (warn(warnings) != kDone) return kBadData;
     return options.allTerms ? write(sel::TermAverageLayout(table, coefficients, sets, options.level))
@@ -188,6 +206,7 @@ int Run(const SelectionOptions& options) {
 }  // namespace
 
 int RunSelectionCommand(int argc, char** argv) {
+  const std::string command = argv[0];
   try {
     const SelectionOptions options = ParseSelectionOptions(argc, argv);
     if (options.help) {
@@ -198,7 +217,8 @@ int RunSelectionCommand(int argc, char** argv) {
     return Run(options);
   } catch (const sel::UsageError& error) {
     Fail(kBadUsage, error.what());
-    std::fputs("Usage: drav-report table [OPTIONS] FILE|- (drav-report table --help for more)\n", stderr);
+    std::fprintf(stderr, "Usage: drav-report %s [OPTIONS] FILE|- (drav-report %s --help for more)\n",
+                 command.c_str(), command.c_str());
     return kBadUsage;
   } catch (const sel::ReadError& error) {
     return Fail(kFileUnreadable, error.Name() + ": " + std::strerror(error.ErrorNumber()));

@@ -87,6 +87,12 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       options.load.byColumn = value;
     } else if (name == "--model") {
       options.load.modelColumn = value;
+    } else if (name == "--k") {
+      options.load.roles.k = value;
+    } else if (name == "--n") {
+      options.load.roles.n = value;
+    } else if (name == "--term") {
+      options.load.roles.terms.emplace_back(value);
     } else if (name == "--decimal") {
       if (value != "." && value != ",") throw UsageError("--decimal is . or , not '" + std::string(value) + "'");
       options.load.decimal = value[0];

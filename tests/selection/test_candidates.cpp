@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 
 #include "selection/errors.hpp"
@@ -133,6 +134,11 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"QaiccTooFewObservations", "model,loglik,k,n\na,-1,3,4\n",
                 "d.csv:2: QAICc needs n > K + 1, and here n = 4 with K = 3",
                 [](LoadOptions& o) { o.criterion = Criterion::QAICc; o.chat = 1.5; }},
+        // An AICc given in its column is held to n > K + 1 as a computed one.
+        Refusal{"AiccColumnTooFewObservations", "model,logLik,K,n,AICc\na,4.7,3,10,0.7\nb,11.3,10,10,-222.6\n",
+                "d.csv:3: AICc needs n > K + 1, and here n = 10 with K = 10"},
+        // A K column of text is never quietly left out.
+        Refusal{"TextInK", "model,AIC,K\na,1,3\nb,2,three\n", "d.csv:3: column 'K' holds 'three', not a number"},
         // -2 * -1e308 overflows.
         Refusal{"CriterionOverflows", "model,loglik,k\na,-1e308,2\n",
                 "d.csv:2: AIC computed from this line is not a finite number"},
@@ -144,6 +150,23 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"MoreModelsThanTheLimit", "model,AIC\na,1\nb,2\nc,3\n",
                 "d.csv:4: more than 2 models; a table holds no more", [](LoadOptions& o) { o.maxModels = 2; }}),
     [](const auto& info) { return info.param.name; });
+
+TEST(Candidates, RoleNamedColumnsFollowWhatTheyHoldOrTheUser) {
+  // N holds +, so it is a term's and n goes to nobs; K behaves as K.
+  const std::string text = "model,N,K,nobs,logLik\na,+,3,20,-10\nb,NA,2,20,-11\n";
+  CandidateTable table = Load(text);
+  EXPECT_EQ(table.criterion, Criterion::AICc);
+  EXPECT_EQ(table.models[0].n, 20);
+  EXPECT_EQ(table.models[0].k, 3);
+  EXPECT_EQ(table.notes, std::vector<std::string>{"column 'N' holds '+' on line 2, as a term's column does, so it "
+                                                  "is read as a term, not as n; --n N reads it as n"});
+  // --k and --term decide against the cells: K a term, nobs read as K.
+  table = Load(text, [](LoadOptions& o) { o.roles.k = "nobs"; o.roles.terms = {"K"}; o.criterion = Criterion::AIC; });
+  EXPECT_EQ(table.models[0].k, 20);
+  EXPECT_TRUE(std::isnan(table.models[0].n));
+  // n smaller than K is no n.
+  EXPECT_TRUE(std::isnan(Load("model,logLik,K,N\na,-10,5,3\n").models[0].n));
+}
 
 TEST(Criterion, NamesReadBack) {
   for (Criterion c : kCriteria) EXPECT_EQ(CriterionNamed(Name(c)), c);

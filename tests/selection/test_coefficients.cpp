@@ -106,6 +106,38 @@ INSTANTIATE_TEST_SUITE_P(
         // broom's df beside the K that counts every parameter: read as
         // neither K nor a term.
         Case{"WideSecondSpellingOfARole", [] { return Wide("model,AIC,K,df,x\na,1,3,1,4\n", ""); }, "x=[4]"},
+        // An all-subsets table of factors named N, P and K (npk): the
+        // columns hold + and NA, so they are terms, K goes to df, and a term
+        // NA in every model is held by none.
+        Case{"WideRoleNamedTermsOfFactors",
+             [] { return Wide("\"\",(Intercept),block,N,P,K,df,logLik,AICc\n"
+                              "1,52,+,+,NA,+,9,-62,155\n2,54,NA,+,NA,NA,4,-72,155.1\n", ""); },
+             "(Intercept)=[52,54] block=[+,-] N=[+,+] K=[+,-]"},
+        // Numeric terms named N and K, known by their SE columns; n and df
+        // beside them keep their roles.
+        Case{"WideRoleNamedTermsWithSe",
+             [] { return Wide("model,N,N_se,K,K_se,df,logLik,n\na,2.5,0.5,3,1,4,-10,50\nb,NA,NA,2,1,3,-11,50\n", ""); },
+             "N=[2.5~0.5,-] K=[3~1,2~1]"},
+        // A K that behaves as K on the first line and as a term later.
+        Case{"WideRoleColumnLaterHoldsNa", [] { return Wide("model,AIC,K,df,x\na,1,3,3,4\nb,2,NA,2,5\n", ""); },
+             "t.csv:3: column 'K' holds 'NA', as a term's column does, but is read as K from the first line; --term K "
+             "reads it as a term, --k K as K"},
+        // reshape(direction = "wide") of tidy(): estimate.X is X, std.error.X
+        // its SE, the other statistics never terms.
+        Case{"WideSpreadTidy",
+             [] { return Wide("model,AIC,estimate.x,std.error.x,statistic.x,p.value.x,estimate_y,std.error_y\n"
+                              "a,1,2,0.5,4,0.01,3,1\n", ""); },
+             "x=[2~0.5] y=[3~1]"},
+        // glance() and bbmle's AICctab hold statistics of the model, no term.
+        Case{"WideGlanceHasNoTerms",
+             [] { return Wide("model,r.squared,adj.r.squared,sigma,statistic,p.value,logLik,AIC,BIC,deviance,"
+                              "df.residual,nobs,K\na,0.7,0.6,2.5,40,1e-9,-80,166,170,278,30,32,3\n", ""); },
+             ""},
+        Case{"WideBbmleDifferences", [] { return Wide("\"\",dLogLik,dAICc,df,AICc,weight\nm1,0,0,3,10,0.9\n", ""); },
+             ""},
+        Case{"WideSeWithoutItsTerm", [] { return Wide("model,AIC,se_x\na,1,0.5\n", ""); },
+             "t.csv: column 'se_x' is named as the standard errors of a term 'x', but no column holds that term; "
+             "--term 'se_x' reads it as a term of its own"},
         Case{"WideDecimalComma", [] { return Wide("model;AIC;x\na;1;2,5\n", ""); }, "x=[2.5]"},
         // Drav's own table read back holds no term.
         Case{"WideDravTableHasNoTerms",
@@ -122,8 +154,20 @@ INSTANTIATE_TEST_SUITE_P(
              [] { return Long(kTwoModels, "", "model,term,estimate,std.error\nm1,(Intercept),1,0.5\nm1,x,2,0.25\n"
                                               "m2,(Intercept),3,NA\nm2,x,NA,NA\n"); },
              "(Intercept)=[1~0.5,3] x=[2~0.25,-]"},
+        // A model without rows is warned of: every fit has an intercept row.
         Case{"LongSeSpelledSe", [] { return Long(kTwoModels, "", "term,model,estimate,se\nx,m2,4,1\n"); },
-             "x=[-,4~1]"},
+             "x=[-,4~1] warning: model 'm1' (line 2) has no row in c.csv, so it holds no term, not even an "
+             "intercept. Is the file cut short?"},
+        // coef(summary()) bound with a model and a term column, as written
+        // and as data.frame() renames its columns.
+        Case{"LongCoefSummary",
+             [] { return Long(kTwoModels, "", "model,term,Estimate,Std. Error,t value,Pr(>|t|)\n"
+                                              "m1,x,1,0.5,2,0.05\nm2,x,3,1,3,0.01\n"); },
+             "x=[1~0.5,3~1]"},
+        Case{"LongCoefSummaryRenamed",
+             [] { return Long(kTwoModels, "", "model,term,Estimate,Std..Error,t.value,Pr...t..\n"
+                                              "m1,x,1,0.5,2,0.05\nm2,x,3,1,3,0.01\n"); },
+             "x=[1~0.5,3~1]"},
         Case{"LongUnknownModel", [] { return Long(kTwoModels, "", "model,term,estimate\nm3,x,1\n"); },
              "c.csv:2: column 'model' names model 'm3', which the table does not hold"},
         Case{"LongTermTwice", [] { return Long(kTwoModels, "", "model,term,estimate\nm1,x,1\nm1,x,2\n"); },

@@ -138,8 +138,10 @@ class Subsets : public ::testing::TestWithParam<SubsetCase> {};
 
 TEST_P(Subsets, KeepByDeltaAndRankAndWeighAgain) {
   const CandidateTable table = ThreeModels();
-  const std::vector<bool> keep = SubsetMask(table, Rank(table, {}), GetParam().options);
+  std::vector<std::string> notes;
+  const std::vector<bool> keep = SubsetMask(table, Rank(table, {}), GetParam().options, notes);
   EXPECT_EQ(keep, GetParam().kept);
+  EXPECT_TRUE(notes.empty());
   RankOptions options;
   options.keep = &keep;
   const auto ranked = Rank(table, options);
@@ -159,6 +161,21 @@ INSTANTIATE_TEST_SUITE_P(
                       SubsetCase{"BothTheStricterWins", {.deltaMax = 3, .top = 3}, {true, true, false}, 1},
                       SubsetCase{"DeltaZeroKeepsTheBest", {.deltaMax = 0, .top = {}}, {true, false, false}, 1}),
     [](const auto& info) { return std::string(info.param.name); });
+
+TEST(Subsets, TopKeepsTiesAtTheCutWhateverTheFileOrder) {
+  // The second and third models tie; --top 2 must not keep whichever the
+  // file lists first. Both orders keep both, and say so.
+  for (const std::vector<double>& values : {std::vector<double>{0, 5, 5, 9}, std::vector<double>{5, 9, 5, 0}}) {
+    CandidateTable table;
+    table.sets = {""};
+    for (double v : values) table.models.push_back(Candidate{.model = "", .value = v});
+    std::vector<std::string> notes;
+    const auto keep = SubsetMask(table, Rank(table, {}), {.deltaMax = {}, .top = 2}, notes);
+    for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(keep[i], values[i] < 9) << "model " << i;
+    EXPECT_EQ(notes, std::vector<std::string>{"--top 2 keeps 1 model more, tied with the model ranked 2 at delta 5; "
+                                              "tied models are kept together"});
+  }
+}
 
 }  // namespace
 }  // namespace drav::selection
