@@ -1,5 +1,6 @@
 #include "selection/json_writer.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "selection/number_text.hpp"
@@ -50,12 +51,21 @@ void AppendField(std::string& out, bool& first, std::string_view key, const Cell
   AppendValue(out, value);
 }
 
-void AppendRow(std::string& out, const OutputTable& table, std::size_t row, bool skipSetColumns) {
+// A row that is its set's object carries the set's fields too (the subset's
+// delta_max and top), after its columns and without repeating one.
+void AppendRow(std::string& out, const OutputTable& table, std::size_t row, bool ofSetList) {
   out += '{';
   bool first = true;
   for (const Column& column : table.columns) {
-    if (skipSetColumns && column.ofSet) continue;
+    if (ofSetList && column.ofSet) continue;
     AppendField(out, first, column.key, column.cell(row));
+  }
+  if (!ofSetList) {
+    for (const auto& [key, value] : table.setFields) {
+      const bool column = std::any_of(table.columns.begin(), table.columns.end(),
+                                      [&key = key](const Column& c) { return c.key == key; });
+      if (!column) AppendField(out, first, key, value);
+    }
   }
   out += '}';
 }

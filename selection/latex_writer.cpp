@@ -75,6 +75,8 @@ void AppendCell(std::string& out, const Cell& cell, const Column& column, std::o
     text = "$\\infty$";
   } else if (text == "*") {
     text = "$\\ast$";
+  } else if (!text.empty() && text[0] == '>') {
+    text = "$>$" + text.substr(1);  // a capped number: a relation, not a glyph of the text font
   } else if (!text.empty() && text[0] == '-') {
     text = "$-$" + text.substr(1);  // a minus sign, not a hyphen
   }

@@ -41,6 +41,10 @@ struct Column {
   int digits = 4;          // decimals in text, markdown and latex unless --digits says
   bool ofSet = false;      // the --by column: in json a field of the set, not of each row
   std::function<Cell(std::size_t row)> cell;
+  // Above this, text, markdown and latex print ">" and it: an evidence
+  // ratio of 10^40 says no more than one of 10^5, and would widen the table
+  // by thirty columns. csv, tsv and json keep the number.
+  double shownAtMost = HUGE_VAL;
 };
 
 // A run of rows that belong to one model set.

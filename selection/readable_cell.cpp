@@ -1,5 +1,8 @@
 #include "selection/readable_cell.hpp"
 
+#include <cmath>
+#include <utility>
+
 #include "selection/number_text.hpp"
 
 namespace drav::selection {
@@ -17,7 +20,16 @@ std::string ReadableCell(const Cell& cell, const Column& column, std::optional<i
         if (static_cast<unsigned char>(c) < 0x20) c = ' ';
       }
       break;
-    case CellKind::Number: text = Rounded(cell.number, digits.value_or(column.digits)); break;
+    case CellKind::Number:
+      text = Rounded(cell.number, digits.value_or(column.digits));
+      // The printed value decides, as in the classic report: 99999.001 at
+      // two decimals is 99999.00, not above the cap.
+      if (cell.number > column.shownAtMost && ParseNumber(text, false).value_or(HUGE_VAL) > column.shownAtMost) {
+        std::string capped(1, '>');
+        AppendShortest(capped, column.shownAtMost);
+        text = std::move(capped);
+      }
+      break;
     case CellKind::Count: AppendShortest(text, cell.number); break;
     case CellKind::Flag:
       if (cell.flag) text.push_back('*');

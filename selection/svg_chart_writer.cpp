@@ -122,7 +122,9 @@ class Chart {
     s += "\" font-family=\"DejaVu Sans, Helvetica, Arial, sans-serif\" font-size=\"12\">\n";
     s += "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
     double y = kMargin;
-    Legend(s, plotLeft, y);
+    const bool rest = std::any_of(panels.begin(), panels.end(),
+                                  [](const std::vector<Bar>& bars) { return !bars.empty() && bars.back().rest; });
+    Legend(s, plotLeft, y, rest);
     y += 22;
     const double plotTop = y;
     double plotBottom = plotTop;
@@ -213,7 +215,7 @@ class Chart {
     s += "/>\n";
   }
 
-  void Legend(std::string& s, double left, double y) const {
+  void Legend(std::string& s, double left, double y, bool rest) const {
     double x = left;
     const auto item = [&](const char* fill, const std::string& text) {
       Rect(s, x, y + 3, 12, 10, fill);
@@ -226,6 +228,7 @@ class Chart {
     } else {
       item(kDark, plan_.barTitle);
     }
+    if (rest) item(kRest, plan_.barsAddUp ? "the rest, summed" : "the rest, the largest");
     if (line_) {
       Line(s, x, y + 8, x + 14, y + 8, kLine, 2);
       Text(s, x + 18, y + 12, "start", "", plan_.lineTitle);

@@ -65,6 +65,7 @@ OutputTable SelectionLayout(const CandidateTable& table, const std::vector<Ranke
                          [r](std::size_t i) { return NumberCell(r(i).cumulative); }});
   out.columns.push_back({"evidence_ratio", "Evidence ratio", "ER", 2, false,
                          [r](std::size_t i) { return NumberCell(r(i).EvidenceRatio()); }});
+  out.columns.back().shownAtMost = 99999;  // as the classic report caps it
   const std::string set = Percent(level) + " set";
   std::string latexSet = Percent(level);
   latexSet.insert(latexSet.size() - 1, "\\");

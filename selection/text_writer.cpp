@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <vector>
 
-#include "analysis/text.hpp"
+#include "selection/display_width.hpp"
 #include "selection/readable_cell.hpp"
 
 namespace drav::selection {
 namespace {
 
 void AppendPadded(std::string& out, const std::string& text, std::int64_t width, bool right) {
-  const auto pad = static_cast<std::size_t>(std::max<std::int64_t>(0, width - Len(text)));
+  const auto pad = static_cast<std::size_t>(std::max<std::int64_t>(0, width - DisplayWidth(text)));
   if (right) out.append(pad, ' ');
   out += text;
   if (!right) out.append(pad, ' ');
@@ -24,12 +24,12 @@ void WriteText(const OutputTable& table, std::optional<int> digits, OutputBuffer
   const std::size_t columns = table.columns.size();
   std::vector<std::int64_t> width(columns);
   std::vector<bool> right(columns, true);
-  for (std::size_t c = 0; c < columns; ++c) width[c] = Len(table.columns[c].title);
+  for (std::size_t c = 0; c < columns; ++c) width[c] = DisplayWidth(table.columns[c].title);
   for (std::size_t row = 0; row < table.rows; ++row) {
     for (std::size_t c = 0; c < columns; ++c) {
       const Cell cell = table.columns[c].cell(row);
       if (cell.kind == CellKind::Text) right[c] = false;
-      width[c] = std::max(width[c], Len(ReadableCell(cell, table.columns[c], digits)));
+      width[c] = std::max(width[c], DisplayWidth(ReadableCell(cell, table.columns[c], digits)));
     }
   }
   std::string& text = out.Text();

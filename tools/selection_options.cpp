@@ -172,7 +172,8 @@ std::string_view SelectionHelp() {
 table ranks the models of FILE by an information criterion and prints each
 model's rank, K, log-likelihood, criterion, difference from the best (delta),
 relative likelihood, Akaike weight, cumulative weight, evidence ratio and
-whether it belongs to the confidence set. average prints the model-averaged
+whether it belongs to the confidence set (an evidence ratio above 99999 is
+>99999 in text, markdown and latex). average prints the model-averaged
 estimate of one parameter with its unconditional standard error (revised
 form) and confidence interval, over the models that have the parameter.
 
@@ -193,17 +194,35 @@ first byte outside ASCII is not UTF-8). The decimal mark is a full stop
 with commas between fields; otherwise the first number that has a mark
 decides. K is taken as given: it counts every estimated parameter (Drav
 never adds one for C), and a criterion column that disagrees with logLik
-and K is warned of.
+and K is warned of. A column named K or N is K or n only where its first
+cell is a whole number (n no smaller than K) and no TERM_se column belongs
+to it; otherwise it is a term, the role goes to df or nobs, and a note says
+so (--k, --n and --term decide). AICc and QAICc, given or computed, need
+n > K + 1. Quotes inside quoted fields may be doubled or, as write.table
+writes them, escaped by a backslash.
 
 Terms come in one of two forms. Wide, as all-subsets tables are exported:
 every other column of FILE whose cells are numbers, NA, empty or + (a factor
-the model holds) is a term; delta and weight columns are never terms and
-never read. A column named TERM_se (TERM.se, se_TERM, se.TERM) holds TERM's
-standard errors. Long, as tidy coefficient tables are written: --coefficients
-CFILE with columns model, term, estimate and std.error (or se), one row per
-model and term, joined to FILE by model name (and by the --by column when
-CFILE has it). Any quantity averages this way, predictions too: one term per
-predicted point.
+the model holds) is a term, and one NA in every model is left out. Columns
+of statistics are never terms: delta, weight, rank, likelihood, modellik,
+cum.wt and any *AIC*wt or *AIC*weight; dAIC, dAICc, dBIC, dQAIC, dQAICc,
+dLogLik and delta*; r.squared, adj.r.squared, sigma, statistic, p.value,
+deviance, df.residual, null.deviance, df.null; estimate, conf.low,
+conf.high, effect, group; t value, z value, Pr(>|t|), Pr(>|z|) (and as
+data.frame() renames them), Pr(>Chisq), Pr(>F), F value, Sum Sq, Mean Sq,
+Chisq. A column named TERM_se (TERM.se, se_TERM, se.TERM, std.error.TERM
+and the other SE spellings below) holds TERM's standard errors, and is
+refused where no column TERM stands beside it; estimate.TERM (estimate_TERM,
+coef.TERM) is the term TERM, and statistic.TERM, p.value.TERM, conf.low.TERM
+are not terms: reshape() and pivot_wider() of tidy() read as the long form.
+Long, as tidy coefficient tables are written: --coefficients CFILE with
+columns model, term (parameter), estimate (Estimate, coefficient, coef) and
+its standard error (std.error, se, Std. Error, Std..Error, std_error,
+std.err, stderr, standard error, s.e.), one row per model and term, as
+tidy() or coef(summary()) bound with model and term columns write it,
+joined to FILE by model name (and by the --by column when CFILE has it). A
+model of FILE without any row in CFILE is warned of. Any quantity averages
+this way, predictions too: one term per predicted point.
 
 Options:
   --criterion aic|aicc|bic|qaic|qaicc  rank by this criterion; taken from its
@@ -213,17 +232,22 @@ Options:
   --chat C         the overdispersion factor of a QAIC or QAICc computed from
                    loglik: -2 loglik / C + 2K (+ 2K(K+1)/(n-K-1) for QAICc),
                    K as FILE gives it; with --criterion qaic or qaicc only,
-                   and below 1 it is taken as 1
+                   and below 1 it is taken as 1. average multiplies every
+                   SE by sqrt(C) first: give the SEs of the ordinary fit,
+                   not of a quasi-likelihood fit, which are scaled already
   --level L        the confidence set's cumulative weight, and the interval's
                    level for average (default 0.95); models tied with the
                    set's last member are in it too
   --by COLUMN      rank and weigh each value of COLUMN as a set of its own
   --model COLUMN   the column that names the models
+  --k COLUMN, --n COLUMN   the column that holds K or n, whatever it holds
+  --term COLUMN    read COLUMN as a term whatever its name (repeatable)
   --decimal .|,    the decimal mark, instead of the file's cells deciding
   --encoding utf-8|windows-1252   the text's encoding, instead of detecting
   --delta-max D    keep the models within D of the best of their set
-  --top N          keep the N best models of each set; weights, importance
-                   and averages are computed again over what is kept
+  --top N          keep the N best models of each set, and those tied with
+                   the Nth (a note says so); weights, importance and
+                   averages are computed again over what is kept
   --format F       text (default), csv, tsv, markdown, latex, json, or svg
                    (a bar chart; table and importance)
   --digits N       decimals in text, markdown and latex
@@ -232,7 +256,9 @@ Options:
   --strict         treat warnings (models fitted to different n, a name
                    given twice, a criterion that disagrees with logLik and
                    K, a row without its --by value, a set without the
-                   estimate, terms in unequal numbers of models) as errors
+                   estimate, terms in unequal numbers of models, a model
+                   without rows in CFILE, average --all without SEs) as
+                   errors
   --estimate COLUMN, --se COLUMN   (average) the parameter and its SE;
                    models whose estimate is empty or NA are left out
   --all            (average) every term, from the wide columns or CFILE

@@ -22,6 +22,8 @@ printf '"model";"AIC"\n"a";209.169309219441\n"b";207.5\n' >"$tmp/semicolons.csv"
 printf 'model,AIC\nTemp\xc3\xa9rature,104\n' >"$tmp/utf8.csv"
 printf 'model,AIC\nTemp\xe9rature,104\n' >"$tmp/cp1252.csv"
 printf 'id,AIC\n7,10\n8,12\n' >"$tmp/numbered.csv"
+printf 'model,AIC\nmod\xc3\xa8le-\xe5\xae\xbd\xe5\xae\xbd,10\nb,11\nc,200\n' >"$tmp/wide.csv"
+printf 'model,AIC,wt,wt_se\na,10,1.0,0.1\nb,11,2.0,NA\n' >"$tmp/na-se.csv"
 
 # Every option with a valid value, and what each refusal says.
 # name | expected status | text that stdout and stderr (or, for a failure,
@@ -57,6 +59,11 @@ qaic without chat|2|QAIC computed from the log-likelihood needs --chat|table --c
 chat with aicc|2|the table is ranked by AICc; add --criterion qaic or qaicc|table --chat 2 "$example"
 bad decimal|2|--decimal is . or , not ';'|table --decimal ";" "$tmp/semicolons.csv"
 bad encoding|2|--encoding is utf-8 or windows-1252, not 'latin9'|table --encoding latin9 "$tmp/semicolons.csv"
+double-width names aligned|0|   2  b                        11.00|table "$tmp/wide.csv"
+evidence ratio capped for people|0|1.0000          >99999|table "$tmp/wide.csv"
+evidence ratio whole in csv|0|,1.8112390828890233e+41,false|table --format csv "$tmp/wide.csv"
+json of one parameter names its subset|0|"models": 1, "top": 1}|average --estimate wt --se wt_se --format json --top 1 "$tmp/na-se.csv"
+an NA SE left empty|0|aic          1.3775  |average --estimate wt --se wt_se "$tmp/na-se.csv"
 na log-likelihood|4|na.csv:3: column 'loglik' holds 'NA', not a number|table "$tmp/na.csv"
 aicc with n = k + 1|4|small.csv:2: AICc needs n > K + 1, and here n = 4 with K = 3|table "$tmp/small.csv"
 no model has the estimate|4|na-b.csv: no model has an estimate in column 'b'|average --estimate b --se b_se "$tmp/na-b.csv"

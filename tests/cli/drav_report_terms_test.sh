@@ -92,7 +92,8 @@ for i in "${!charts[@]}"; do
   fi
 done
 check_text "the rest as one bar" "$tmp/chart0.svg" ">6 more models</text>"
-check "one bar per model up to the limit" 40 "$(grep -c '<rect x=' "$tmp/chart0.svg" | awk '{print $1 - 2}')"
+check_text "the rest's grey in the legend" "$tmp/chart0.svg" ">the rest, summed</text>"
+check "one bar per model up to the limit, three in the legend" 40 "$(grep -c '<rect x=' "$tmp/chart0.svg" | awk '{print $1 - 3}')"
 check_text "a panel per set" "$tmp/chart1.svg" ">site = B</text>"
 check_text "importance bars name their counts" "$tmp/chart2.svg" ">a (3)</text>"
 

@@ -155,6 +155,8 @@ for (i in seq_len(nrow(cases))) {
   }
   h <- held(cs$form)
   h <- h[h$model %in% models, ]
+  # QAIC assumes variances chat times an ordinary fit's: the SEs widen by sqrt(chat).
+  if (!is.na(cs$chat)) h$std.error <- h$std.error * sqrt(cs$chat)
   terms <- unique(h$term)
   imp <- sapply(terms, function(t) sum(w[h$model[h$term == t]]))
   count <- sapply(terms, function(t) sum(h$term == t))
