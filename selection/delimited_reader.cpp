@@ -227,7 +227,7 @@ void DelimitedReader::ReadChunk(std::string& into) {
   const int error = errno;
   into.resize(old + got);
   if (got < limits_.chunkBytes) {
-    if (std::ferror(file_)) throw ReadError(name_, error);
+    if (std::ferror(file_)) throw IOException(name_, error);
     atEnd_ = true;
   }
 }

@@ -51,7 +51,7 @@ class DelimitedReader {
  public:
   // Reads from a stream that stays open and stays the caller's (it may be
   // standard input). `name` stands for the input in messages. Reads the
-  // header at once; an empty input is a DataError, a failed read a ReadError.
+  // header at once; an empty input is a DataError, a failed read an IOException.
   DelimitedReader(std::FILE* file, std::string name, ReadLimits limits = {},
                   InputEncoding encoding = InputEncoding::Detect);
 

@@ -20,17 +20,14 @@
 #include "analysis/val.hpp"
 #include "tools/classic_hint.hpp"
 #include "tools/console_host.hpp"
+#include "tools/exit_status.hpp"
 #include "tools/selection_command.hpp"
 #include "tools/selection_options.hpp"
 
 namespace {
 
-// Exit statuses.
-constexpr int kReportWritten = 0;
-constexpr int kFileUnreadable = 1;
-constexpr int kBadUsage = 2;  // also a bad count
-constexpr int kNoLowestAIC = 3;
-constexpr int kWriteFailed = 5;  // 4 is bad data in a table
+using drav::cli::Code;
+using drav::cli::ExitStatus;
 
 constexpr std::string_view kHelp = R"(Usage: drav-report COUNT FILE
        drav-report --help | --version
@@ -62,15 +59,11 @@ A table with a header line, such as R's write.csv writes, is read all the
 same (the header stands as a model with AIC 0.0), and a hint on standard
 error points to drav-report table.
 
-Exit status: 0 report written; 1 FILE cannot be opened or read;
-2 bad usage or bad COUNT; 3 no lowest AIC in the data; 5 the report
-could not be written (a full disk). A reader that goes away (a closed pipe)
-ends the program quietly, as it does any filter.
 )";
 
 int Usage(std::string_view problem) {
   std::cerr << "drav-report: " << problem << "\nUsage: drav-report COUNT FILE (drav-report --help for more)\n";
-  return kBadUsage;
+  return Code(ExitStatus::BadUsage);
 }
 
 // The system's reason why `path` cannot be read, for a path that the run
@@ -112,9 +105,12 @@ int main(int argc, char** argv) {
     } else if (arg == "--") {
       optionsEnd = true;
     } else if (arg == "--help") {
-      return Write(std::string(kHelp).append(drav::cli::SelectionSummary())) ? kReportWritten : kWriteFailed;
+      return Code(Write(std::string(kHelp).append(drav::cli::SelectionSummary()).append("\n").append(
+                            drav::cli::ExitStatusHelp()))
+                      ? ExitStatus::Done
+                      : ExitStatus::Unwritable);
     } else if (arg == "--version") {
-      return Write("drav-report 2.1\n") ? kReportWritten : kWriteFailed;
+      return Code(Write("drav-report 2.1\n") ? ExitStatus::Done : ExitStatus::Unwritable);
     } else {
       return Usage("unknown option " + std::string(arg));
     }
@@ -131,26 +127,28 @@ int main(int argc, char** argv) {
     switch (drav::RunAnalysis({window, alert, dialog, dates})) {
       case drav::RunOutcome::CountMissing:
       case drav::RunOutcome::CountInvalid:
-        return kBadUsage;
+        return Code(ExitStatus::BadUsage);
       case drav::RunOutcome::NoFile:
         std::cerr << "drav-report: " << operands[1] << ": " << WhyMissing(file.c_str()) << '\n';
-        return kFileUnreadable;
+        return Code(ExitStatus::Unreadable);
       case drav::RunOutcome::NoLowestAIC:
-        return kNoLowestAIC;
+        return Code(ExitStatus::NoLowestAic);
       case drav::RunOutcome::Reported:
         break;
     }
   } catch (const drav::IOException& error) {
     std::cerr << "drav-report: " << (operands[1] == "-" ? "standard input" : error.Path()) << ": " << error.Reason()
               << '\n';
-    return kFileUnreadable;
+    return Code(ExitStatus::Unreadable);
   }
   // The report area ends its lines with the platform's report line end; a
   // terminal wants "\n".
-  if (!Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"))) return kWriteFailed;
+  if (!Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"))) {
+    return Code(ExitStatus::Unwritable);
+  }
   if (const auto line = drav::cli::FirstLineWithoutNumber(file, static_cast<std::int64_t>(drav::Val(operands[0])))) {
     std::cerr << "drav-report: hint: line " << *line << " holds no AIC value, so it stands as a model with AIC 0.0;"
               << " drav-report table FILE reads a table with a header line\n";
   }
-  return kReportWritten;
+  return Code(ExitStatus::Done);
 }

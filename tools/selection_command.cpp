@@ -30,6 +30,7 @@
 #include "selection/svg_chart_writer.hpp"
 #include "selection/text_writer.hpp"
 #include "selection/wide_coefficients.hpp"
+#include "tools/exit_status.hpp"
 #include "tools/selection_options.hpp"
 #include "tools/selection_terms.hpp"
 
@@ -38,24 +39,23 @@ namespace {
 
 namespace sel = drav::selection;
 
-// Exit statuses.
-constexpr int kDone = 0;
-constexpr int kFileUnreadable = 1;
-constexpr int kBadUsage = 2;
-constexpr int kBadData = 4;
-constexpr int kOutputUnwritable = 5;
+constexpr int kDone = Code(ExitStatus::Done);
+constexpr int kFileUnreadable = Code(ExitStatus::Unreadable);
+constexpr int kBadUsage = Code(ExitStatus::BadUsage);
+constexpr int kBadData = Code(ExitStatus::BadData);
 
-// A write to standard output failed; errno says why.
-struct WriteFailure {
-  int errorNumber;
+// A write to standard output failed: the output, not the input, is to blame.
+class WriteFailure : public IOException {
+ public:
+  explicit WriteFailure(int errorNumber) : IOException("standard output", errorNumber) {}
 };
 
 void WriteOut(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) throw WriteFailure{errno};
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) throw WriteFailure(errno);
 }
 
 void FinishOutput() {
-  if (std::fflush(stdout) != 0) throw WriteFailure{errno};
+  if (std::fflush(stdout) != 0) throw WriteFailure(errno);
 }
 
 int Fail(int status, const std::string& message) {
@@ -220,14 +220,14 @@ int RunSelectionCommand(int argc, char** argv) {
     std::fprintf(stderr, "Usage: drav-report %s [OPTIONS] FILE|- (drav-report %s --help for more)\n",
                  command.c_str(), command.c_str());
     return kBadUsage;
-  } catch (const sel::ReadError& error) {
-    return Fail(kFileUnreadable, error.Name() + ": " + std::strerror(error.ErrorNumber()));
+  } catch (const WriteFailure& failure) {
+    return Fail(Code(ExitStatus::Unwritable), "cannot write the output: " + failure.Reason());
+  } catch (const IOException& error) {
+    return Fail(kFileUnreadable, error.Path() + ": " + error.Reason());
   } catch (const sel::DataError& error) {
     return Fail(kBadData, error.what());
-  } catch (const WriteFailure& failure) {
-    return Fail(kOutputUnwritable, std::string("cannot write the output: ") + std::strerror(failure.errorNumber));
   } catch (const std::bad_alloc&) {
-    return Fail(kBadData, "the input is too large for this machine's memory");
+    return Fail(Code(ExitStatus::OutOfMemory), "out of memory: the input is too large for this machine's memory");
   }
 }
 

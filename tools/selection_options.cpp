@@ -7,6 +7,7 @@
 
 #include "selection/errors.hpp"
 #include "selection/number_text.hpp"
+#include "tools/exit_status.hpp"
 
 namespace drav::cli {
 namespace {
@@ -163,7 +164,7 @@ See drav-report table --help.
 )";
 }
 
-std::string_view SelectionHelp() {
+std::string SelectionHelp() {
   return R"(Usage: drav-report table [OPTIONS] FILE|-
        drav-report average [OPTIONS] --estimate COLUMN --se COLUMN FILE|-
        drav-report average [OPTIONS] --all [--coefficients CFILE] FILE|-
@@ -264,11 +265,10 @@ Options:
   --all            (average) every term, from the wide columns or CFILE
   --coefficients CFILE   (importance, average --all) the terms in long form
 
-Exit status: 0 done; 1 FILE cannot be opened or read; 2 bad usage; 4 bad
-data (the message names file:line and the column); 5 the output could not
-be written. Messages go to standard error: warnings, and notes of what
-was decided where the file left it open.
-)";
+Messages go to standard error: warnings, and notes of what was decided
+where the file left it open; a refusal names file:line and the column.
+
+)" + ExitStatusHelp();
 }
 
 }  // namespace drav::cli

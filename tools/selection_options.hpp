@@ -33,7 +33,7 @@ struct SelectionOptions {
 SelectionOptions ParseSelectionOptions(int argc, char** argv);
 
 // The subcommands' own help, and the lines about them in drav-report --help.
-std::string_view SelectionHelp();
+std::string SelectionHelp();
 std::string_view SelectionSummary();
 
 }  // namespace drav::cli

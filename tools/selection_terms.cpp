@@ -18,7 +18,7 @@ sel::Coefficients ReadCoefficientsFile(const SelectionOptions& options, const se
   const bool standardInput = path == "-";
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(standardInput ? stdin : std::fopen(path.c_str(), "rb"),
                                                         standardInput ? [](std::FILE*) { return 0; } : &std::fclose);
-  if (!file) throw sel::ReadError(path, errno);
+  if (!file) throw IOException(path, errno);
   sel::DelimitedReader reader(file.get(), standardInput ? "standard input" : path, {}, options.encoding);
   return sel::ReadLongCoefficients(reader, table, options.load.decimal);
 }

@@ -12,7 +12,7 @@
 
 namespace drav::cli {
 
-// Opens and reads --coefficients FILE; throws ReadError when it cannot be
+// Opens and reads --coefficients FILE; throws IOException when it cannot be
 // read and DataError as ReadLongCoefficients does.
 selection::Coefficients ReadCoefficientsFile(const SelectionOptions& options, const selection::CandidateTable& table);
 

@@ -116,7 +116,7 @@ TEST(DelimitedReader, ReadFailureCarriesTheSystemsError) {
   try {
     DelimitedReader reader(writeOnly, "out", {});
     FAIL() << "no error";
-  } catch (const ReadError& error) {
+  } catch (const IOException& error) {
     EXPECT_EQ(error.ErrorNumber(), EBADF);
   }
   std::fclose(writeOnly);

@@ -1,0 +1,34 @@
+#include "selection/diagnostics.hpp"
+
+#include <utility>
+
+#include "selection/errors.hpp"
+
+namespace drav::selection {
+
+std::string Describe(const Diagnostic& diagnostic) {
+  std::string text;
+  if (!diagnostic.file.empty()) {
+    text += diagnostic.file;
+    if (diagnostic.line > 0) text += ':' + std::to_string(diagnostic.line);
+    text += ": ";
+  }
+  if (!diagnostic.column.empty()) text += "column '" + diagnostic.column + "': ";
+  return text + diagnostic.text;
+}
+
+void Diagnostics::Note(std::string text, std::string file, std::int64_t line, std::string column) {
+  items_.push_back({Severity::Note, std::move(file), line, std::move(column), std::move(text)});
+}
+
+void Diagnostics::Warn(std::string text, std::string file, std::int64_t line, std::string column) {
+  Diagnostic warning{Severity::Warning, std::move(file), line, std::move(column), std::move(text)};
+  if (strict_) {
+    warning.severity = Severity::Error;
+    warning.text += " (--strict)";
+    throw DataError(Describe(warning));
+  }
+  items_.push_back(std::move(warning));
+}
+
+}  // namespace drav::selection

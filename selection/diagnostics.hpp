@@ -1,0 +1,48 @@
+#pragma once
+// Everything a run has to tell besides its result: what Drav decided where
+// the input left it open, what the user should look at, and why an input
+// cannot give a result, each with where it lies. Every reader and every
+// command form says trouble through this one list; the front end decides
+// how to show it and what status to end with.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace drav::selection {
+
+enum class Severity {
+  Note,     // a decision Drav took where the input left it open; never a reason to refuse
+  Warning,  // something that may make a number wrong; --strict refuses the input for it
+  Error,    // the input cannot give a result
+};
+
+struct Diagnostic {
+  Severity severity = Severity::Note;
+  std::string file;       // as the user named it; empty where no one file is to blame
+  std::int64_t line = 0;  // from 1; 0 where no one line is
+  std::string column;     // the column's name as its header writes it; empty where none
+  std::string text;       // what is the matter, and what the user can do
+};
+
+// "FILE:LINE: column 'X': text", each part only where it is known.
+std::string Describe(const Diagnostic& diagnostic);
+
+// The list a run fills. With `strict`, a warning is a refusal at once: the
+// one place where --strict acts.
+class Diagnostics {
+ public:
+  explicit Diagnostics(bool strict = false) : strict_(strict) {}
+
+  void Note(std::string text, std::string file = {}, std::int64_t line = 0, std::string column = {});
+  // Throws DataError with the warning's text when strict.
+  void Warn(std::string text, std::string file = {}, std::int64_t line = 0, std::string column = {});
+
+  const std::vector<Diagnostic>& All() const { return items_; }
+  bool Strict() const { return strict_; }
+
+ private:
+  bool strict_;
+  std::vector<Diagnostic> items_;
+};
+
+}  // namespace drav::selection
