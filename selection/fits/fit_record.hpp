@@ -1,0 +1,46 @@
+#pragma once
+// One fitted model as a statistics program printed it: what Drav needs to
+// rank it (log-likelihood, K, n) and what it must know to rank it fairly
+// beside others (the kind of likelihood, how the program counts K).
+#include <cstdint>
+#include <limits>
+#include <string>
+
+namespace drav::selection::fits {
+
+inline constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+// What the printed log-likelihood is. Models of different kinds are never
+// ranked together without a word.
+enum class LikelihoodKind {
+  ML,                // the maximised full likelihood
+  REML,              // restricted: comparable only between fits with the same fixed effects
+  Pseudo,            // a pseudolikelihood after robust or survey variance: no AIC ranks by it
+  ConstantsDropped,  // a kernel without its constants (MARK, some SAS): comparable within one program only
+  Scaled,            // divided by a scaling factor (a robust estimator's)
+  None,              // the estimator gives no likelihood (WLSMV, Bayes): cannot be ranked
+};
+
+std::string_view Name(LikelihoodKind kind);
+
+struct FitRecord {
+  std::string model;             // the output's own title, or the file's name without extension
+  std::string source;            // the file, as the user named it
+  std::int64_t line = 0;         // where the model's output starts in it
+  std::string program;           // "R", "lavaan", "Mplus", "statsmodels", "MARK", "Stata", "SAS", "SPSS"
+  double logLik = kUnknown;
+  double k = kUnknown;           // every estimated parameter, as AIC counts them
+  double n = kUnknown;
+  double aic = kUnknown;         // as printed; NaN where none was
+  double bic = kUnknown;         // as printed
+  LikelihoodKind kind = LikelihoodKind::ML;
+  // Where the program's own AIC counts parameters otherwise than -2 logL + 2K
+  // with every parameter (statsmodels' OLS leaves out the variance): said
+  // when such a model is ranked beside another program's.
+  std::string counting;
+  // How K and n were found where the output does not print them, for
+  // --verbose: "K = residual df of the null model - residual df + 1 ...".
+  std::string derivation;
+};
+
+}  // namespace drav::selection::fits
