@@ -24,6 +24,9 @@ std::string NthField(std::string_view text, std::string_view separator, std::int
 // value so that a moved-in text is changed in place where it can be.
 std::string ReplaceAll(std::string text, std::string_view find, std::string_view replacement);
 
+// The text without the blanks (spaces and tabs) at either end.
+std::string_view Trimmed(std::string_view text);
+
 // The one-character text of a code point.
 std::string Chr(std::int64_t code);
 

@@ -34,7 +34,7 @@ double OutOfRange(std::string_view intDigits, std::string_view fracDigits, long 
 
 }  // namespace
 
-double Val(std::string_view text) {
+std::optional<double> LeadingNumber(std::string_view text) {
   std::size_t i = 0;
   while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
 
@@ -53,7 +53,7 @@ double Val(std::string_view text) {
     fracDigits = text.substr(i + 1, fracEnd - i - 1);
     if (!intDigits.empty() || !fracDigits.empty()) i = fracEnd;
   }
-  if (intDigits.empty() && fracDigits.empty()) return 0.0;
+  if (intDigits.empty() && fracDigits.empty()) return std::nullopt;
 
   // An exponent counts only when at least one digit follows its letter and
   // sign: "12e" and "12e+" are 12 followed by junk.
@@ -75,5 +75,7 @@ double Val(std::string_view text) {
   if (result.ec == std::errc::result_out_of_range) value = OutOfRange(intDigits, fracDigits, exponent);
   return negative ? -value : value;
 }
+
+double Val(std::string_view text) { return LeadingNumber(text).value_or(0.0); }
 
 }  // namespace drav

@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string_view>
 
 namespace drav {
@@ -14,5 +15,9 @@ namespace drav {
 // report re-reads what Format printed. No "inf", "nan" or hexadecimal form
 // is read: such texts give 0.
 double Val(std::string_view text);
+
+// The number Val reads, or nothing where none stands at the start: tells a
+// line without a number from one whose AIC is 0.
+std::optional<double> LeadingNumber(std::string_view text);
 
 }  // namespace drav

@@ -27,8 +27,9 @@ std::FILE* ModelsFile() {
 }
 
 CandidateTable Load() {
-  DelimitedReader reader(ModelsFile(), "models.csv");
-  return LoadCandidates(reader, {});
+  Diagnostics diagnostics;
+  DelimitedReader reader(ModelsFile(), "models.csv", diagnostics);
+  return LoadCandidates(reader, {}, diagnostics);
 }
 
 void BM_Load(benchmark::State& state) {

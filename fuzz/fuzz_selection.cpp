@@ -24,11 +24,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::fwrite(data, 1, size, file);
   std::rewind(file);
   try {
-    DelimitedReader reader(file, "fuzz", {4096, 7});
+    Diagnostics diagnostics;
+    DelimitedReader reader(file, "fuzz", diagnostics, {4096, 7});
     LoadOptions options;
     options.byColumn = size % 2 ? "set" : "";
     options.chat = 1.5;
-    const CandidateTable table = LoadCandidates(reader, options);
+    const CandidateTable table = LoadCandidates(reader, options, diagnostics);
     const auto ranked = Rank(table, {0.95, size % 3 == 0});
     for (const RankedSet& set : ranked) {
       double sum = 0;

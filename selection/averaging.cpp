@@ -1,9 +1,9 @@
 #include "selection/averaging.hpp"
 
 #include <cmath>
-#include <vector>
 
 #include "selection/normal_quantile.hpp"
+#include "selection/revised_average.hpp"
 
 namespace drav::selection {
 
@@ -14,43 +14,27 @@ AveragedEstimate Average(const CandidateTable& table, const RankedSet& set, doub
   // exp(-delta/2) against the best of those models rather than from the
   // set's weights: when all of them sit far behind, their set weights have
   // underflowed to 0 and could not be renormalised.
-  struct Term {
-    double weight;
-    const Estimate* model;
-  };
-  std::vector<Term> terms;
   double bestDelta = INFINITY;
   for (const RankedModel& m : set.models) {
-    const Estimate& e = table.estimates[m.index];
-    if (std::isnan(e.value)) continue;
-    terms.push_back({m.delta, &e});
+    if (std::isnan(table.estimates[m.index].value)) continue;
     bestDelta = std::fmin(bestDelta, m.delta);
+    ++result.models;
   }
-  if (terms.empty()) {
+  if (result.models == 0) {
     result.estimate = result.se = result.lower = result.upper = kNotGiven;
     return result;
   }
-  double sum = 0;
-  for (Term& t : terms) {
-    t.weight = std::exp(-(t.weight - bestDelta) / 2);
-    sum += t.weight;
-  }
-  double estimate = 0;
-  for (Term& t : terms) {
-    t.weight /= sum;
-    estimate += t.weight * t.model->value;
-  }
-  double variance = 0;
-  for (const Term& t : terms) {
-    const double deviation = t.model->value - estimate;
-    variance += t.weight * (t.model->se * t.model->se + deviation * deviation);
-  }
-  result.estimate = estimate;
-  result.se = std::sqrt(variance);
-  result.models = terms.size();
+  const AverageWithSe average = RevisedAverage([&](auto visit) {
+    for (const RankedModel& m : set.models) {
+      const Estimate& e = table.estimates[m.index];
+      if (!std::isnan(e.value)) visit(std::exp(-(m.delta - bestDelta) / 2), e.value, e.se);
+    }
+  });
+  result.estimate = average.estimate;
+  result.se = average.se;
   const double z = NormalQuantile(0.5 + level / 2);
-  result.lower = estimate - z * result.se;
-  result.upper = estimate + z * result.se;
+  result.lower = average.estimate - z * result.se;
+  result.upper = average.estimate + z * result.se;
   return result;
 }
 

@@ -11,6 +11,7 @@
 #include "selection/column_roles.hpp"
 #include "selection/criterion.hpp"
 #include "selection/delimited_reader.hpp"
+#include "selection/diagnostics.hpp"
 #include "selection/large_page_allocator.hpp"
 #include "selection/row_observer.hpp"
 
@@ -54,6 +55,7 @@ struct Estimate {
 };
 
 struct CandidateTable {
+  std::string source;             // the file the models came from, as messages name it
   Criterion criterion = Criterion::AIC;
   double chat = 1;                // the overdispersion factor a computed QAIC or QAICc used; 1 otherwise
   std::string byName;             // the --by column as the header writes it
@@ -61,13 +63,6 @@ struct CandidateTable {
   std::vector<Candidate, LargePageAllocator<Candidate>> models;  // in file order
   std::vector<Estimate> estimates;  // by model, when a parameter is averaged; empty otherwise
   bool repeatedNames = false;      // two models of one set share a name
-  // Things the reader should know that do not stop the table: models of one
-  // set fitted to different n, names given twice, a criterion column that
-  // disagrees with logLik and K. --strict refuses the table for them.
-  std::vector<std::string> warnings;
-  // What Drav decided where the file left it open, such as numbering models
-  // that have no names; said, but never a reason to refuse.
-  std::vector<std::string> notes;
 };
 
 // Reads every record. Throws DataError for a cell that is not a number in a
@@ -77,6 +72,10 @@ struct CandidateTable {
 // for a missing column and for more than maxModels models; UsageError for a
 // computed QAIC without an overdispersion factor and for an overdispersion
 // factor that would change nothing.
-CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options);
+// Warns in `diagnostics` of models of one set fitted to different n, names
+// given twice, a criterion column that disagrees with logLik and K, rows
+// without a --by value; notes what it decided where the file left it open,
+// such as numbering models that have no names.
+CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options, Diagnostics& diagnostics);
 
 }  // namespace drav::selection

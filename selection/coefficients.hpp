@@ -33,8 +33,6 @@ struct Term {
 struct Coefficients {
   std::vector<Term> terms;  // in the order the file first names them
   bool standardErrors = false;  // whether the file has a column of standard errors
-  // Things the reader should know that do not stop the run.
-  std::vector<std::string> warnings;
 };
 
 // An overdispersion factor c widens the variances of the estimates c

@@ -4,18 +4,14 @@
 #include <cmath>
 #include <span>
 
+#include "analysis/text.hpp"
 #include "selection/errors.hpp"
 #include "selection/known_columns.hpp"
+#include "selection/message_text.hpp"
 #include "selection/number_text.hpp"
 
 namespace drav::selection {
 namespace {
-
-std::string_view Trimmed(std::string_view s) {
-  while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
-  while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
-  return s;
-}
 
 bool SameWithoutCase(std::string_view a, std::string_view b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
@@ -34,11 +30,6 @@ constexpr std::string_view kLogLik[] = {"loglik", "logl", "ll"};
 constexpr std::string_view kK[] = {"k", "npar", "df"};
 constexpr std::string_view kN[] = {"n", "nobs"};
 
-std::string Quoted(std::string_view text) {
-  std::string quoted(1, '\'');
-  quoted.append(text).push_back('\'');
-  return quoted;
-}
 
 std::optional<std::string> SeColumnOf(const std::vector<std::string>& header, std::size_t column) {
   for (const std::string& name : header) {
@@ -94,7 +85,7 @@ ColumnRoles FindRoles(const std::vector<std::string>& header) {
 
 ColumnRoles SettleRoles(const std::vector<std::string>& header, std::span<const std::string_view> firstRow,
                         std::int64_t firstLine, const RoleChoices& choices, const std::string& fileName,
-                        std::vector<std::string>& notes) {
+                        Diagnostics& diagnostics) {
   ColumnRoles roles = FindRoles(header);
   const auto required = [&](const std::string& name, std::string_view option) {
     const auto column = FindColumn(header, name);
@@ -122,9 +113,9 @@ ColumnRoles SettleRoles(const std::vector<std::string>& header, std::span<const 
           return column;
         }
         roles.terms.push_back(column);
-        notes.push_back("column " + Quoted(header[column]) + " " + *why +
-                        ", as a term's column does, so it is read as a term, not as " + std::string(role) + "; " +
-                        std::string(option) + " " + header[column] + " reads it as " + std::string(role));
+        diagnostics.Note("column " + Quoted(header[column]) + " " + *why +
+                         ", as a term's column does, so it is read as a term, not as " + std::string(role) + "; " +
+                         std::string(option) + " " + header[column] + " reads it as " + std::string(role));
       }
     }
     return std::nullopt;

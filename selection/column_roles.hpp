@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "selection/criterion.hpp"
+#include "selection/diagnostics.hpp"
 
 namespace drav::selection {
 
@@ -50,11 +51,11 @@ ColumnRoles FindRoles(const std::vector<std::string>& header);
 // one (K a whole number of 1 or more, n a whole number no smaller than K)
 // and no column holds its standard errors; otherwise it is a term, and the
 // role goes to its next spelling (df, nobs). Each column so read as a term
-// adds a note to `notes`. Throws DataError for a chosen column that the
+// adds a note to `diagnostics`. Throws DataError for a chosen column that the
 // header does not hold.
 ColumnRoles SettleRoles(const std::vector<std::string>& header, std::span<const std::string_view> firstRow,
                         std::int64_t firstLine, const RoleChoices& choices, const std::string& fileName,
-                        std::vector<std::string>& notes);
+                        Diagnostics& diagnostics);
 
 // Lines the header up with the rows when the first row is one field longer.
 // Ending in an empty field, the row has a spreadsheet's trailing separator:

@@ -56,8 +56,9 @@ std::optional<InputEncoding> InputEncodingNamed(std::string_view name) {
   return std::nullopt;
 }
 
-DelimitedReader::DelimitedReader(std::FILE* file, std::string name, ReadLimits limits, InputEncoding encoding)
-    : file_(file), name_(std::move(name)), limits_(limits) {
+DelimitedReader::DelimitedReader(std::FILE* file, std::string name, Diagnostics& diagnostics, ReadLimits limits,
+                                 InputEncoding encoding)
+    : file_(file), name_(std::move(name)), limits_(limits), diagnostics_(diagnostics) {
   // The byte-order mark may come in more than one read.
   while (buffer_.size() < 3 && !atEnd_) ReadChunk(buffer_);
   const std::string_view start(buffer_);
@@ -146,8 +147,8 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
           const char after = i + 2 < buffer_.size() ? buffer_[i + 2] : '\n';
           if (!backslashEscapes_ && after != separator_ && after != '\n' && after != '\r' && after != '"') {
             backslashEscapes_ = true;
-            note_ += std::string(note_.empty() ? "" : "; ") + "a quote inside a quoted field on line " +
-                     std::to_string(nextLine_) + " is escaped by a backslash, as write.table writes it; read so";
+            diagnostics_.Note("a quote inside a quoted field on line " + std::to_string(nextLine_) +
+                              " is escaped by a backslash, as write.table writes it; read so");
           }
           if (backslashEscapes_) ++i;
         }
@@ -267,8 +268,8 @@ void DelimitedReader::Check() {
       decoding_ = Decoding::Windows1252;
       std::string shown;
       utf8::Append(shown, Windows1252(byte));
-      note_ += std::string(note_.empty() ? "" : "; ") + name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
-              "' (--encoding utf-8 refuses such a file)";
+      diagnostics_.Note(name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
+                        "' (--encoding utf-8 refuses such a file)");
       checked_ = buffer_.size();
       return;
     }

@@ -24,6 +24,7 @@
 #include <vector>
 
 #include "analysis/utf16_decoder.hpp"
+#include "selection/diagnostics.hpp"
 
 namespace drav::selection {
 
@@ -52,7 +53,9 @@ class DelimitedReader {
   // Reads from a stream that stays open and stays the caller's (it may be
   // standard input). `name` stands for the input in messages. Reads the
   // header at once; an empty input is a DataError, a failed read an IOException.
-  DelimitedReader(std::FILE* file, std::string name, ReadLimits limits = {},
+  // What it decides about the text that the user should be told, such as
+  // reading it as Windows-1252, goes to `diagnostics` as a note.
+  DelimitedReader(std::FILE* file, std::string name, Diagnostics& diagnostics, ReadLimits limits = {},
                   InputEncoding encoding = InputEncoding::Detect);
 
   const std::string& Name() const { return name_; }
@@ -66,10 +69,6 @@ class DelimitedReader {
   std::span<const std::string_view> Fields() const { return fields_; }
   // The line (from 1) on which the current record starts.
   std::int64_t Line() const { return recordLine_; }
-
-  // What the reader decided about the text that the user should be told,
-  // such as reading it as Windows-1252; empty when there is nothing to say.
-  const std::string& Note() const { return note_; }
 
  private:
   enum class Decoding { Ascii, Utf8, Windows1252, Utf16 };
@@ -100,7 +99,7 @@ class DelimitedReader {
   std::vector<std::string_view> fields_;
   std::int64_t nextLine_ = 1;
   std::int64_t recordLine_ = 0;
-  std::string note_;
+  Diagnostics& diagnostics_;
 };
 
 }  // namespace drav::selection

@@ -24,8 +24,8 @@ constexpr char kKeySeparator = '\x1f';
 
 class LongReader {
  public:
-  LongReader(DelimitedReader& reader, const CandidateTable& table, char decimal)
-      : reader_(reader), table_(table), decimal_(reader.Separator(), decimal) {}
+  LongReader(DelimitedReader& reader, const CandidateTable& table, char decimal, Diagnostics& diagnostics)
+      : reader_(reader), table_(table), decimal_(reader.Separator(), decimal), diagnostics_(diagnostics) {}
 
   Coefficients Read() {
     if (!reader_.Next()) return {};
@@ -151,7 +151,7 @@ class LongReader {
     std::string warning = "model '" + c.model + "' (line " + std::to_string(c.line) + ") has no row in " +
                           reader_.Name() + ", so it holds no term, not even an intercept";
     if (more > 0) warning += "; " + std::to_string(more) + " more models have none";
-    result_.warnings.push_back(warning + ". Is the file cut short?");
+    diagnostics_.Warn(warning + ". Is the file cut short?", table_.source);
   }
 
   void ReadRow(std::span<const std::string_view> fields) {
@@ -192,12 +192,14 @@ class LongReader {
   std::size_t lastTerm_ = 0;
   std::vector<std::uint8_t> rowsOf_;  // by model of the table: 1 once a row names it
   Coefficients result_;
+  Diagnostics& diagnostics_;
 };
 
 }  // namespace
 
-Coefficients ReadLongCoefficients(DelimitedReader& reader, const CandidateTable& table, char decimal) {
-  return LongReader(reader, table, decimal).Read();
+Coefficients ReadLongCoefficients(DelimitedReader& reader, const CandidateTable& table, char decimal,
+                                  Diagnostics& diagnostics) {
+  return LongReader(reader, table, decimal, diagnostics).Read();
 }
 
 }  // namespace drav::selection

@@ -7,6 +7,7 @@
 // predicted point.
 #include "selection/candidates.hpp"
 #include "selection/coefficients.hpp"
+#include "selection/diagnostics.hpp"
 #include "selection/delimited_reader.hpp"
 
 namespace drav::selection {
@@ -19,6 +20,7 @@ namespace drav::selection {
 // more than one model of it, a term given twice for one model, an estimate
 // or SE that is not a number, and a missing column. `decimal` is the
 // decimal mark the user chose, 0 to let the file's cells decide.
-Coefficients ReadLongCoefficients(DelimitedReader& reader, const CandidateTable& table, char decimal = 0);
+Coefficients ReadLongCoefficients(DelimitedReader& reader, const CandidateTable& table, char decimal,
+                                  Diagnostics& diagnostics);
 
 }  // namespace drav::selection

@@ -5,19 +5,9 @@
 #include <cmath>
 
 #include "analysis/format.hpp"
+#include "analysis/text.hpp"
 
 namespace drav::selection {
-namespace {
-
-std::string_view Trimmed(std::string_view cell) {
-  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
-  while (!cell.empty() && blank(cell.front())) cell.remove_prefix(1);
-  while (!cell.empty() && blank(cell.back())) cell.remove_suffix(1);
-  return cell;
-}
-
-}  // namespace
-
 std::optional<double> ParseNumber(std::string_view cell, bool decimalComma) {
   cell = Trimmed(cell);
   if (cell.size() > 1 && cell[0] == '+' && cell[1] != '-') cell.remove_prefix(1);

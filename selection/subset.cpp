@@ -7,7 +7,7 @@
 namespace drav::selection {
 
 std::vector<bool> SubsetMask(const CandidateTable& table, const std::vector<RankedSet>& ranked,
-                             const SubsetOptions& options, std::vector<std::string>& notes) {
+                             const SubsetOptions& options, Diagnostics& diagnostics) {
   std::vector<bool> keep(table.models.size(), false);
   for (const RankedSet& set : ranked) {
     // Models tied with the last one --top keeps are as good as it: which of
@@ -32,7 +32,7 @@ std::vector<bool> SubsetMask(const CandidateTable& table, const std::vector<Rank
     if (table.sets.size() > 1) note += " in set '" + table.sets[set.set] + "'";
     note += ", tied with the model ranked " + std::to_string(*options.top) + " at delta ";
     AppendShortest(note, cut);
-    notes.push_back(note + "; tied models are kept together");
+    diagnostics.Note(note + "; tied models are kept together");
   }
   return keep;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "selection/candidates.hpp"
+#include "selection/diagnostics.hpp"
 #include "selection/output_table.hpp"
 #include "selection/ranking.hpp"
 
@@ -23,7 +24,7 @@ struct SubsetOptions {
 // every set is always kept, and so are the models tied at the cut of --top,
 // each set's so kept said in a note.
 std::vector<bool> SubsetMask(const CandidateTable& table, const std::vector<RankedSet>& ranked,
-                             const SubsetOptions& options, std::vector<std::string>& notes);
+                             const SubsetOptions& options, Diagnostics& diagnostics);
 
 // The line under a text table that says which subset it shows, such as
 // "Subset: the models with delta <= 2 and rank <= 20 (12 of 64); ...";

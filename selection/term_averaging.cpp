@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "selection/normal_quantile.hpp"
+#include "selection/revised_average.hpp"
 
 namespace drav::selection {
 namespace {
@@ -22,33 +23,30 @@ TermAverage AverageTerm(const Term& term, const std::vector<Member>& members, co
   for (const Member& m : members) {
     if (term.held[m.index]) bestDelta = std::fmin(bestDelta, m.delta);
   }
-  double sum = 0;
-  double weighted = 0;
-  double full = 0;
-  for (const Member& m : members) {
-    if (!term.held[m.index]) continue;
-    const double w = std::exp(-(m.delta - bestDelta) / 2);
-    sum += w;
-    weighted += w * term.estimate[m.index];
-    full += m.weight * term.estimate[m.index];
+  if (summary.models > 0) {
+    const AverageWithSe conditional = RevisedAverage([&](auto visit) {
+      for (const Member& m : members) {
+        if (term.held[m.index]) {
+          visit(std::exp(-(m.delta - bestDelta) / 2), term.estimate[m.index], term.se[m.index]);
+        }
+      }
+    });
+    a.estimate = conditional.estimate;
+    a.se = conditional.se;
+  } else {
+    a.estimate = a.se = kNaN;
   }
-  a.estimate = summary.models > 0 ? weighted / sum : kNaN;
-  a.fullEstimate = full;
-  double variance = 0;
-  double fullVariance = 0;
-  for (const Member& m : members) {
-    if (!term.held[m.index]) {
-      fullVariance += m.weight * full * full;
-      continue;
-    }
-    const double theta = term.estimate[m.index];
-    const double se2 = term.se[m.index] * term.se[m.index];
-    const double w = std::exp(-(m.delta - bestDelta) / 2) / sum;
-    variance += w * (se2 + (theta - a.estimate) * (theta - a.estimate));
-    fullVariance += m.weight * (se2 + (theta - full) * (theta - full));
-  }
-  a.se = summary.models > 0 ? std::sqrt(variance) : kNaN;
-  a.fullSe = std::sqrt(fullVariance);
+  // A model without the term counts as an estimate of 0 with SE 0.
+  const AverageWithSe full = RevisedAverage(
+      [&](auto visit) {
+        for (const Member& m : members) {
+          const bool held = term.held[m.index];
+          visit(m.weight, held ? term.estimate[m.index] : 0.0, held ? term.se[m.index] : 0.0);
+        }
+      },
+      true);
+  a.fullEstimate = full.estimate;
+  a.fullSe = full.se;
   a.lower = a.estimate - z * a.se;
   a.upper = a.estimate + z * a.se;
   return a;

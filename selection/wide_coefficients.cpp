@@ -6,20 +6,12 @@
 #include <limits>
 
 #include "selection/column_roles.hpp"
+#include "analysis/text.hpp"
 #include "selection/errors.hpp"
 #include "selection/known_columns.hpp"
 #include "selection/number_text.hpp"
 
 namespace drav::selection {
-namespace {
-
-std::string_view Trimmed(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
-}  // namespace
 
 void WideCoefficients::Start(const std::vector<std::string>& header, const ColumnRoles& roles) {
   header_ = header;
@@ -114,7 +106,7 @@ void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_
   ++rows_;
 }
 
-Coefficients WideCoefficients::Finish() {
+Coefficients WideCoefficients::Finish(Diagnostics& diagnostics) {
   Coefficients result;
   for (Candidate& c : columns_) {
     const auto& held = c.term.held;
@@ -128,8 +120,9 @@ Coefficients WideCoefficients::Finish() {
     } else if (c.textLine > 0) {
       // Numbers for a while, then text: more likely a typing slip in a
       // term than a column of labels.
-      result.warnings.push_back("column '" + c.term.name + "' holds text on line " + std::to_string(c.textLine) +
-                                " after numbers, so it is not read as a term");
+      diagnostics.Warn("column '" + c.term.name + "' holds text on line " + std::to_string(c.textLine) +
+                           " after numbers, so it is not read as a term",
+                       name_);
     }
   }
   columns_.clear();

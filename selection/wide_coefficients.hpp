@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "selection/coefficients.hpp"
+#include "selection/diagnostics.hpp"
 #include "selection/row_observer.hpp"
 
 namespace drav::selection {
@@ -30,8 +31,8 @@ class WideCoefficients : public RowObserver {
   void Row(std::span<const std::string_view> fields, std::int64_t line, DecimalMark& decimal) override;
 
   // The terms of the rows read; the columns that held text are not among
-  // them.
-  Coefficients Finish();
+  // them, and one that held numbers before its text is warned of.
+  Coefficients Finish(Diagnostics& diagnostics);
 
  private:
   struct Candidate {

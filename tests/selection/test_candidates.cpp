@@ -15,13 +15,27 @@ namespace {
 
 using Options = std::function<void(LoadOptions&)>;
 
-CandidateTable Load(const std::string& text, const Options& set = nullptr) {
+// A table with what was said of it, by kind.
+struct Loaded {
+  CandidateTable table;
+  std::vector<std::string> notes;
+  std::vector<std::string> warnings;
+};
+
+Loaded LoadSaying(const std::string& text, const Options& set = nullptr) {
   LoadOptions options;
   if (set) set(options);
   auto file = testing_support::MemoryInput(text);
-  DelimitedReader reader(file.get(), "d.csv");
-  return LoadCandidates(reader, options);
+  Diagnostics diagnostics;
+  DelimitedReader reader(file.get(), "d.csv", diagnostics);
+  Loaded loaded{LoadCandidates(reader, options, diagnostics), {}, {}};
+  for (const Diagnostic& d : diagnostics.All()) {
+    (d.severity == Severity::Note ? loaded.notes : loaded.warnings).push_back(d.text);
+  }
+  return loaded;
 }
+
+CandidateTable Load(const std::string& text, const Options& set = nullptr) { return LoadSaying(text, set).table; }
 
 struct Choice {
   const char* name;
@@ -154,11 +168,12 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Candidates, RoleNamedColumnsFollowWhatTheyHoldOrTheUser) {
   // N holds +, so it is a term's and n goes to nobs; K behaves as K.
   const std::string text = "model,N,K,nobs,logLik\na,+,3,20,-10\nb,NA,2,20,-11\n";
-  CandidateTable table = Load(text);
+  const Loaded loaded = LoadSaying(text);
+  CandidateTable table = loaded.table;
   EXPECT_EQ(table.criterion, Criterion::AICc);
   EXPECT_EQ(table.models[0].n, 20);
   EXPECT_EQ(table.models[0].k, 3);
-  EXPECT_EQ(table.notes, std::vector<std::string>{"column 'N' holds '+' on line 2, as a term's column does, so it "
+  EXPECT_EQ(loaded.notes, std::vector<std::string>{"column 'N' holds '+' on line 2, as a term's column does, so it "
                                                   "is read as a term, not as n; --n N reads it as n"});
   // --k and --term decide against the cells: K a term, nobs read as K.
   table = Load(text, [](LoadOptions& o) { o.roles.k = "nobs"; o.roles.terms = {"K"}; o.criterion = Criterion::AIC; });
@@ -195,14 +210,14 @@ TEST(Candidates, RowNamesAndSets) {
 }
 
 TEST(Candidates, WarnsOfDifferentNAndRepeatedNames) {
-  const CandidateTable table = Load("model,loglik,k,n\na,-1,1,30\nb,-1,1,30\na,-1,1,31\nb,-2,1,30\nc,-1,1,32\n");
+  const Loaded table = LoadSaying("model,loglik,k,n\na,-1,1,30\nb,-1,1,30\na,-1,1,31\nb,-2,1,30\nc,-1,1,32\n");
   EXPECT_EQ(table.warnings,
             (std::vector<std::string>{
                 "the models were fitted to different numbers of observations (n = 30 on line 2, n = 31 on line 4); "
                 "their criteria are not comparable",
                 "the model name 'a' is given twice (lines 2 and 4), and 1 more names are repeated"}));
   // Once a set, each naming its set and its first two sizes.
-  const CandidateTable sets = Load("s,model,loglik,k,n\nx,a,-1,1,30\ny,b,-1,1,20\nx,c,-1,1,31\ny,d,-1,1,21\n"
+  const Loaded sets = LoadSaying("s,model,loglik,k,n\nx,a,-1,1,30\ny,b,-1,1,20\nx,c,-1,1,31\ny,d,-1,1,21\n"
                                    "x,e,-1,1,32\ny,f,-1,1,22\n",
                                    [](LoadOptions& o) { o.byColumn = "s"; });
   ASSERT_EQ(sets.warnings.size(), 2u);
@@ -213,27 +228,27 @@ TEST(Candidates, WarnsOfDifferentNAndRepeatedNames) {
                                   "n = 21 on line 5)"),
             std::string::npos);
   // The same name in two sets is no repeat.
-  EXPECT_TRUE(Load("model,s,AIC\na,1,1\na,2,1\n", [](LoadOptions& o) { o.byColumn = "s"; }).warnings.empty());
+  EXPECT_TRUE(LoadSaying("model,s,AIC\na,1,1\na,2,1\n", [](LoadOptions& o) { o.byColumn = "s"; }).warnings.empty());
 }
 
 TEST(Candidates, WarnsOfCriteriaThatDisagreeWithLogLikAndK) {
   // broom's glance() of lm(mpg ~ wt + hp, mtcars): df 2 counts the slopes,
   // but logLik -74.326 with AIC 156.652 implies K = 4 (two slopes, the
   // intercept and sigma); BIC 163.98 with ln 32 likewise.
-  const CandidateTable table =
-      Load("df,logLik,AIC,BIC,nobs\n2,-74.326,156.652,162.515,32\n1,-80.015,166.029,170.427,32\n");
+  const Loaded table =
+      LoadSaying("df,logLik,AIC,BIC,nobs\n2,-74.326,156.652,162.515,32\n1,-80.015,166.029,170.427,32\n");
   ASSERT_EQ(table.warnings.size(), 2u);
   EXPECT_EQ(table.warnings[0],
             "column 'AIC' on line 2 gives 156.652, which implies K = 4, but column 'df' gives 2; AIC = -2 logLik + "
             "2K; 1 more lines disagree. Is 'df' the number of estimated parameters? A column 'K' is read before it.");
   EXPECT_NE(table.warnings[1].find("column 'BIC' on line 2 gives 162.515, which implies K = 4,"), std::string::npos);
   // Rounded to two decimals, agreeing criteria say nothing.
-  EXPECT_TRUE(Load("model,logLik,K,AIC,AICc,n\na,-74.326,4,156.65,158.13,32\n").warnings.empty());
+  EXPECT_TRUE(LoadSaying("model,logLik,K,AIC,AICc,n\na,-74.326,4,156.65,158.13,32\n").warnings.empty());
 }
 
 TEST(Candidates, EmptySetValueIsNamed) {
-  const CandidateTable table = Load("model,s,AIC\na,x,1\nb,,2\n", [](LoadOptions& o) { o.byColumn = "s"; });
-  EXPECT_EQ(table.sets, (std::vector<std::string>{"x", ""}));
+  const Loaded table = LoadSaying("model,s,AIC\na,x,1\nb,,2\n", [](LoadOptions& o) { o.byColumn = "s"; });
+  EXPECT_EQ(table.table.sets, (std::vector<std::string>{"x", ""}));
   EXPECT_EQ(table.warnings,
             (std::vector<std::string>{"line 3 has no value in column 's'; such models are a set of their own"}));
 }

@@ -17,7 +17,7 @@ namespace {
 // The terms as one line: name=[cell,...] per term, a cell "-" where the
 // model lacks the term, "+" where it holds it without a number, else the
 // estimate and "~SE" when there is one.
-std::string Shown(const Coefficients& coefficients) {
+std::string Shown(const Coefficients& coefficients, const Diagnostics& diagnostics) {
   std::string text;
   for (const Term& term : coefficients.terms) {
     if (!text.empty()) text += ' ';
@@ -38,30 +38,36 @@ std::string Shown(const Coefficients& coefficients) {
     }
     text += ']';
   }
-  for (const std::string& warning : coefficients.warnings) text += " warning: " + warning;
+  for (const Diagnostic& d : diagnostics.All()) {
+    if (d.severity == Severity::Warning) text += " warning: " + d.text;
+  }
   return text;
 }
 
 std::string Wide(const std::string& text, const std::string& by) {
   auto file = testing_support::MemoryInput(text);
-  DelimitedReader reader(file.get(), "t.csv");
+  Diagnostics diagnostics;
+  DelimitedReader reader(file.get(), "t.csv", diagnostics);
   WideCoefficients wide("t.csv", by);
   LoadOptions options;
   options.byColumn = by;
   options.observer = &wide;
-  LoadCandidates(reader, options);
-  return Shown(wide.Finish());
+  LoadCandidates(reader, options, diagnostics);
+  const Coefficients coefficients = wide.Finish(diagnostics);
+  return Shown(coefficients, diagnostics);
 }
 
 std::string Long(const std::string& tableText, const std::string& by, const std::string& longText) {
   auto tableFile = testing_support::MemoryInput(tableText);
-  DelimitedReader tableReader(tableFile.get(), "t.csv");
+  Diagnostics diagnostics;
+  DelimitedReader tableReader(tableFile.get(), "t.csv", diagnostics);
   LoadOptions options;
   options.byColumn = by;
-  const CandidateTable table = LoadCandidates(tableReader, options);
+  const CandidateTable table = LoadCandidates(tableReader, options, diagnostics);
   auto file = testing_support::MemoryInput(longText);
-  DelimitedReader reader(file.get(), "c.csv");
-  return Shown(ReadLongCoefficients(reader, table));
+  DelimitedReader reader(file.get(), "c.csv", diagnostics);
+  const Coefficients coefficients = ReadLongCoefficients(reader, table, 0, diagnostics);
+  return Shown(coefficients, diagnostics);
 }
 
 struct Case {

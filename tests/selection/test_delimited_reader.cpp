@@ -49,10 +49,11 @@ TEST_P(ReaderCase, ReadsHeaderAndRecordsOrSaysWhy) {
     auto file = MemoryInput(GetParam().text);
     std::vector<std::string> read;
     try {
-      DelimitedReader reader(file.get(), "in.csv", {64, chunk}, GetParam().encoding);
+      Diagnostics diagnostics;
+      DelimitedReader reader(file.get(), "in.csv", diagnostics, {64, chunk}, GetParam().encoding);
       read.push_back(std::string(1, reader.Separator()).append(" ").append(Joined(reader.Header())));
       while (reader.Next()) read.push_back(Joined(reader.Fields()) + "@" + std::to_string(reader.Line()));
-      if (!reader.Note().empty()) read.push_back(reader.Note());
+      for (const Diagnostic& note : diagnostics.All()) read.push_back(note.text);
     } catch (const DataError& error) {
       read.push_back(error.what());
     }
@@ -114,7 +115,8 @@ TEST(DelimitedReader, ReadFailureCarriesTheSystemsError) {
   std::FILE* writeOnly = std::fopen("/dev/null", "w");
   ASSERT_NE(writeOnly, nullptr);
   try {
-    DelimitedReader reader(writeOnly, "out", {});
+    Diagnostics diagnostics;
+    DelimitedReader reader(writeOnly, "out", diagnostics);
     FAIL() << "no error";
   } catch (const IOException& error) {
     EXPECT_EQ(error.ErrorNumber(), EBADF);

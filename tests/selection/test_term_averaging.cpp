@@ -138,10 +138,10 @@ class Subsets : public ::testing::TestWithParam<SubsetCase> {};
 
 TEST_P(Subsets, KeepByDeltaAndRankAndWeighAgain) {
   const CandidateTable table = ThreeModels();
-  std::vector<std::string> notes;
-  const std::vector<bool> keep = SubsetMask(table, Rank(table, {}), GetParam().options, notes);
+  Diagnostics diagnostics;
+  const std::vector<bool> keep = SubsetMask(table, Rank(table, {}), GetParam().options, diagnostics);
   EXPECT_EQ(keep, GetParam().kept);
-  EXPECT_TRUE(notes.empty());
+  EXPECT_TRUE(diagnostics.All().empty());
   RankOptions options;
   options.keep = &keep;
   const auto ranked = Rank(table, options);
@@ -169,10 +169,11 @@ TEST(Subsets, TopKeepsTiesAtTheCutWhateverTheFileOrder) {
     CandidateTable table;
     table.sets = {""};
     for (double v : values) table.models.push_back(Candidate{.model = "", .value = v});
-    std::vector<std::string> notes;
-    const auto keep = SubsetMask(table, Rank(table, {}), {.deltaMax = {}, .top = 2}, notes);
+    Diagnostics diagnostics;
+    const auto keep = SubsetMask(table, Rank(table, {}), {.deltaMax = {}, .top = 2}, diagnostics);
     for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(keep[i], values[i] < 9) << "model " << i;
-    EXPECT_EQ(notes, std::vector<std::string>{"--top 2 keeps 1 model more, tied with the model ranked 2 at delta 5; "
+    ASSERT_EQ(diagnostics.All().size(), 1u);
+    EXPECT_EQ(diagnostics.All()[0].text, std::string{"--top 2 keeps 1 model more, tied with the model ranked 2 at delta 5; "
                                               "tied models are kept together"});
   }
 }

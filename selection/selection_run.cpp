@@ -1,0 +1,108 @@
+#include "selection/selection_run.hpp"
+
+#include <cmath>
+#include <string>
+
+#include "selection/errors.hpp"
+#include "selection/importance.hpp"
+#include "selection/long_coefficients.hpp"
+#include "selection/number_text.hpp"
+#include "selection/table_layout.hpp"
+#include "selection/term_averaging.hpp"
+#include "selection/wide_coefficients.hpp"
+
+namespace drav::selection {
+
+Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, const SelectionRequest& request,
+                     Diagnostics& diagnostics) {
+  const bool terms = request.command == Command::Importance || request.command == Command::AverageAll;
+  LoadOptions load = request.load;
+  // The wide form's terms are read beside the models, from the same rows.
+  WideCoefficients wide(models.Name(), load.byColumn, load.modelColumn);
+  if (terms && !coefficients) load.observer = &wide;
+  table_ = LoadCandidates(models, load, diagnostics);
+  if ((request.command == Command::Average || request.command == Command::AverageAll) && table_.chat > 1) {
+    std::string factor;
+    AppendShortest(factor, std::sqrt(table_.chat));
+    diagnostics.Note("the standard errors are multiplied by sqrt(--chat) = " + factor +
+                     " before averaging, as QAIC assumes variances c times an ordinary fit's; give SEs of an "
+                     "ordinary fit, not of a quasi-likelihood one");
+  }
+  ranked_ = Rank(table_, {request.level, request.fileOrder});
+  std::size_t kept = table_.models.size();
+  if (request.subset.Any()) {
+    const std::vector<bool> keep = SubsetMask(table_, ranked_, request.subset, diagnostics);
+    ranked_ = Rank(table_, {request.level, request.fileOrder, &keep});
+    kept = 0;
+    for (const RankedSet& set : ranked_) kept += set.models.size();
+  }
+  switch (request.command) {
+    case Command::Table: layout_ = SelectionLayout(table_, ranked_, request.level); break;
+    case Command::Average: AverageOne(request, diagnostics); break;
+    case Command::Importance:
+    case Command::AverageAll:
+      coefficients_ = coefficients ? ReadLongCoefficients(*coefficients, table_, load.decimal, diagnostics)
+                                   : wide.Finish(diagnostics);
+      Summarise(coefficients, request, diagnostics);
+      break;
+  }
+  MarkSubset(layout_, request.subset, kept, table_.models.size());
+}
+
+void Selection::Summarise(DelimitedReader* coefficients, const SelectionRequest& request, Diagnostics& diagnostics) {
+  // A run without terms is a file of another kind, or the terms in a form
+  // Drav did not see; an empty table would hide that.
+  if (coefficients_.terms.empty()) {
+    throw DataError(coefficients ? coefficients->Name() + ": no coefficient rows"
+                                 : table_.source +
+                                       ": no term columns beside the models (numbers, NA, empty or +); give the "
+                                       "terms in long form with --coefficients FILE");
+  }
+  const bool averages = request.command == Command::AverageAll;
+  if (averages && !coefficients_.standardErrors) {
+    diagnostics.Warn("no column of standard errors (std.error, se, Std. Error; TERM_se beside a term), so the "
+                     "averages have no SE and no interval",
+                     table_.source);
+  }
+  if (averages) InflateForOverdispersion(coefficients_, table_.chat);
+  terms_.reserve(ranked_.size());
+  for (const RankedSet& set : ranked_) {
+    const std::vector<Member> members = MembersInTableOrder(set);
+    const std::vector<TermImportance> importance = Importance(coefficients_, members, request.fileOrder);
+    if (const auto warning = UnequalCountsWarning(coefficients_, importance, members.size())) {
+      diagnostics.Warn(table_.sets.size() > 1 ? "set '" + table_.sets[set.set] + "': " + *warning : *warning,
+                       table_.source);
+    }
+    SetTerms summary{set.set, {}};
+    if (averages) {
+      summary.terms = AverageTerms(coefficients_, members, importance, request.level);
+    } else {
+      summary.terms.reserve(importance.size());
+      for (const TermImportance& t : importance) summary.terms.push_back({t, 0, 0, 0, 0, 0, 0});
+    }
+    terms_.push_back(std::move(summary));
+  }
+  layout_ = averages ? TermAverageLayout(table_, coefficients_, terms_, request.level)
+                     : ImportanceLayout(table_, coefficients_, terms_);
+}
+
+void Selection::AverageOne(const SelectionRequest& request, Diagnostics& diagnostics) {
+  const std::string& column = request.load.estimateColumn;
+  std::size_t without = 0;
+  for (const RankedSet& set : ranked_) {
+    averages_.push_back(Average(table_, set, request.level));
+    without += averages_.back().models == 0;
+  }
+  if (without == averages_.size()) {
+    throw DataError(table_.source + ": no model has an estimate in column '" + column + "'");
+  }
+  for (const AveragedEstimate& average : averages_) {
+    if (average.models > 0) continue;
+    diagnostics.Warn("no model of set '" + table_.sets[average.set] + "' has an estimate in column '" + column +
+                         "'; its row is left empty",
+                     table_.source);
+  }
+  layout_ = AverageLayout(table_, averages_, request.level);
+}
+
+}  // namespace drav::selection

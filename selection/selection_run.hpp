@@ -1,0 +1,67 @@
+#pragma once
+// The one way into the model-selection library: a request and the readers
+// of its files in, a table for the writers out, and everything there is to
+// tell on the way in one list of diagnostics. The command line parses
+// arguments, opens files, calls this and prints; every rule of the data
+// lives here or below.
+#include <cstddef>
+#include <vector>
+
+#include "selection/averaging.hpp"
+#include "selection/candidates.hpp"
+#include "selection/coefficients.hpp"
+#include "selection/delimited_reader.hpp"
+#include "selection/diagnostics.hpp"
+#include "selection/output_table.hpp"
+#include "selection/ranking.hpp"
+#include "selection/subset.hpp"
+#include "selection/term_layout.hpp"
+
+namespace drav::selection {
+
+enum class Command {
+  Table,       // rank every set
+  Average,     // average one parameter, LoadOptions' estimate and SE columns
+  Importance,  // sum the weights of the models that hold each term
+  AverageAll,  // importance, and the average of every term
+};
+
+struct SelectionRequest {
+  Command command = Command::Table;
+  LoadOptions load;
+  double level = 0.95;     // the confidence set's cumulative weight, and the interval's level
+  bool fileOrder = false;  // list models and terms as the file has them
+  SubsetOptions subset;
+};
+
+// Owns every number its table's cells show, so it is neither copied nor
+// moved: the table reads it in place.
+class Selection {
+ public:
+  // Reads the models (and, for the terms in long form, `coefficients`;
+  // null: the terms are the models' own columns), ranks, subsets and
+  // averages. Notes and warnings go to `diagnostics`, which refuses at the
+  // first warning when strict. Throws DataError for data that cannot give a
+  // table, UsageError for a request the data cannot answer, IOException for
+  // a file that cannot be read.
+  Selection(DelimitedReader& models, DelimitedReader* coefficients, const SelectionRequest& request,
+            Diagnostics& diagnostics);
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
+
+  const OutputTable& Layout() const { return layout_; }
+  const CandidateTable& Table() const { return table_; }
+
+ private:
+  void Summarise(DelimitedReader* coefficients, const SelectionRequest& request, Diagnostics& diagnostics);
+  void AverageOne(const SelectionRequest& request, Diagnostics& diagnostics);
+
+  CandidateTable table_;
+  std::vector<RankedSet> ranked_;
+  Coefficients coefficients_;
+  std::vector<SetTerms> terms_;
+  std::vector<AveragedEstimate> averages_;
+  OutputTable layout_;
+};
+
+}  // namespace drav::selection
