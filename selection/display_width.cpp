@@ -40,12 +40,14 @@ constexpr Range kZero[] = {
 
 std::int64_t DisplayWidth(std::string_view text) {
   std::int64_t width = 0;
-  for (std::size_t i = 0; i < text.size(); i += utf8::CharLength(text, i)) {
+  for (std::size_t i = 0; i < text.size();) {
     if (static_cast<unsigned char>(text[i]) < 0x80) {
       ++width;
+      ++i;
       continue;
     }
     const char32_t c = utf8::Decode(text, i);
+    i += utf8::CharLength(text, i);
     if (In(std::begin(kZero), std::end(kZero), c)) continue;
     width += In(std::begin(kWide), std::end(kWide), c) ? 2 : 1;
   }

@@ -1,5 +1,7 @@
 #include "selection/markdown_writer.hpp"
 
+#include <array>
+
 #include "selection/readable_cell.hpp"
 
 namespace drav::selection {
@@ -9,11 +11,19 @@ namespace {
 // that Markdown reads as markup (emphasis, code, links, raw HTML, entities,
 // strikethrough, the dollar of math) are escaped by a backslash, so that a
 // name such as wt*hp + qsec*am shows as it is written.
+constexpr std::string_view kMarkup = "\\`*_[]<>|~&$";
+
+constexpr std::array<bool, 256> MarkupTable() {
+  std::array<bool, 256> table{};
+  for (char c : kMarkup) table[static_cast<unsigned char>(c)] = true;
+  return table;
+}
+
 void AppendCell(std::string& out, std::string_view text) {
-  static constexpr std::string_view kMarkup = "\\`*_[]<>|~&$";
+  static constexpr std::array<bool, 256> kIsMarkup = MarkupTable();
   out += ' ';
   for (char c : text) {
-    if (kMarkup.find(c) != std::string_view::npos) {
+    if (kIsMarkup[static_cast<unsigned char>(c)]) {
       out += '\\';
       out += c;
     } else if (c == '\n' || c == '\r') {
@@ -37,9 +47,14 @@ void WriteMarkdown(const OutputTable& table, std::optional<int> digits, OutputBu
     text += name ? ":---|" : "---:|";
   }
   text += '\n';
+  std::string cell;
   for (std::size_t row = 0; row < table.rows; ++row) {
     text += '|';
-    for (const Column& column : table.columns) AppendCell(text, ReadableCell(column.cell(row), column, digits));
+    for (const Column& column : table.columns) {
+      cell.clear();
+      AppendReadable(cell, column.cell(row), column, digits);
+      AppendCell(text, cell);
+    }
     text += '\n';
     out.Spill();
   }

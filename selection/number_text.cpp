@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 
-#include "analysis/format.hpp"
 #include "analysis/text.hpp"
 
 namespace drav::selection {
@@ -56,10 +55,27 @@ std::string Percent(double level) {
 }
 
 std::string Rounded(double number, int digits) {
-  if (std::isinf(number)) return number < 0 ? "-Inf" : "Inf";
-  std::string mask = "0";
-  if (digits > 0) mask.append(1, '.').append(static_cast<std::size_t>(digits), '0');
-  return Format(number, mask);
+  std::string text;
+  AppendRounded(text, number, digits);
+  return text;
+}
+
+void AppendRounded(std::string& out, double number, int digits) {
+  if (std::isinf(number)) {
+    out += number < 0 ? "-Inf" : "Inf";
+    return;
+  }
+  if (std::isnan(number)) {
+    out += "NAN";  // as Format prints it
+    return;
+  }
+  // The largest double has 309 integer digits; decimals are few.
+  char text[400];
+  const auto result = std::to_chars(text, text + sizeof text, std::fabs(number), std::chars_format::fixed,
+                                    std::clamp(digits, 0, 40));
+  // A negative number that rounds to zero prints as zero, with no minus.
+  if (number < 0 && std::any_of(text, result.ptr, [](char c) { return c >= '1' && c <= '9'; })) out += '-';
+  out.append(text, result.ptr);
 }
 
 }  // namespace drav::selection

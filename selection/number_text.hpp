@@ -26,5 +26,8 @@ std::string Percent(double level);
 // The number rounded to `digits` decimals with the core's Format; infinities
 // as Inf and -Inf.
 std::string Rounded(double number, int digits);
+// The same, appended to `out`: the text Format gives for the mask "0.00..."
+// straight from std::to_chars, without a text of its own.
+void AppendRounded(std::string& out, double number, int digits);
 
 }  // namespace drav::selection
