@@ -37,7 +37,7 @@ class ColumnWidth {
         if (cell.flag) width_ = std::max<std::int64_t>(width_, 1);
         return;
       case CellKind::Count:
-        if (std::fabs(cell.number) < 1e15 && cell.number == std::trunc(cell.number)) return Extreme(cell);
+        if (std::fabs(cell.number) < 1e15 && cell.number == std::trunc(cell.number)) return counts_.Add(cell.number);
         return Measure(cell);
       case CellKind::Number:
         if (!std::isfinite(cell.number)) return Measure(cell);
@@ -51,37 +51,46 @@ class ColumnWidth {
           }
           return;
         }
-        return Extreme(cell);
+        return numbers_.Add(cell.number);
     }
   }
 
   std::int64_t Width() {
-    if (anyPositive_) Measure({kind_, {}, largest_, false});
-    if (anyNegative_) Measure({kind_, {}, smallest_, false});
+    numbers_.Measure(*this, CellKind::Number);
+    counts_.Measure(*this, CellKind::Count);
     if (capped_) Measure({CellKind::Number, {}, HUGE_VAL, false});
     return width_;
   }
 
  private:
-  void Extreme(const Cell& cell) {
-    kind_ = cell.kind;
-    if (cell.number >= 0) {
-      largest_ = anyPositive_ ? std::max(largest_, cell.number) : cell.number;
-      anyPositive_ = true;
-    } else {
-      smallest_ = anyNegative_ ? std::min(smallest_, cell.number) : cell.number;
-      anyNegative_ = true;
+  // The largest number of a kind and the most negative, which print the
+  // widest of their sign.
+  struct Extremes {
+    bool anyPositive = false, anyNegative = false;
+    double largest = 0, smallest = 0;
+
+    void Add(double number) {
+      if (number >= 0) {
+        largest = anyPositive ? std::max(largest, number) : number;
+        anyPositive = true;
+      } else {
+        smallest = anyNegative ? std::min(smallest, number) : number;
+        anyNegative = true;
+      }
     }
-  }
+    void Measure(ColumnWidth& width, CellKind kind) const {
+      if (anyPositive) width.Measure({kind, {}, largest, false});
+      if (anyNegative) width.Measure({kind, {}, smallest, false});
+    }
+  };
 
   void Measure(const Cell& cell) { width_ = std::max(width_, DisplayWidth(ReadableCell(cell, column_, digits_))); }
 
   const Column& column_;
   std::optional<int> digits_;
   std::int64_t width_;
-  CellKind kind_ = CellKind::Number;
-  bool anyPositive_ = false, anyNegative_ = false, capped_ = false;
-  double largest_ = 0, smallest_ = 0;
+  Extremes numbers_, counts_;
+  bool capped_ = false;
 };
 
 }  // namespace
