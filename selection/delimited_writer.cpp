@@ -1,6 +1,7 @@
 #include "selection/delimited_writer.hpp"
 
 #include "selection/number_text.hpp"
+#include "selection/row_blocks.hpp"
 
 namespace drav::selection {
 namespace {
@@ -27,21 +28,22 @@ void WriteDelimited(const OutputTable& table, char separator, OutputBuffer& out)
     AppendField(text, table.columns[c].key, separator);
   }
   text += '\n';
-  for (std::size_t row = 0; row < table.rows; ++row) {
-    for (std::size_t c = 0; c < table.columns.size(); ++c) {
-      if (c > 0) text += separator;
-      const Cell cell = table.columns[c].cell(row);
-      switch (cell.kind) {
-        case CellKind::Empty: break;
-        case CellKind::Text: AppendField(text, cell.text, separator); break;
-        case CellKind::Number:
-        case CellKind::Count: AppendShortest(text, cell.number); break;
-        case CellKind::Flag: text += cell.flag ? "true" : "false"; break;
+  WriteRows(0, table.rows, out, [&table, separator](std::size_t begin, std::size_t end, std::string& rows) {
+    for (std::size_t row = begin; row < end; ++row) {
+      for (std::size_t c = 0; c < table.columns.size(); ++c) {
+        if (c > 0) rows += separator;
+        const Cell cell = table.columns[c].cell(row);
+        switch (cell.kind) {
+          case CellKind::Empty: break;
+          case CellKind::Text: AppendField(rows, cell.text, separator); break;
+          case CellKind::Number:
+          case CellKind::Count: AppendShortest(rows, cell.number); break;
+          case CellKind::Flag: rows += cell.flag ? "true" : "false"; break;
+        }
       }
+      rows += '\n';
     }
-    text += '\n';
-    out.Spill();
-  }
+  });
   out.Flush();
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "selection/number_text.hpp"
+#include "selection/row_blocks.hpp"
 
 namespace drav::selection {
 namespace {
@@ -79,12 +80,13 @@ void WriteSet(const OutputTable& table, const RowGroup& group, OutputBuffer& out
   if (!first) text += ", ";
   AppendString(text, table.rowsKey);
   text += ": [";
-  for (std::size_t row = group.begin; row < group.end; ++row) {
-    text += row == group.begin ? "\n  " : ",\n  ";
-    AppendRow(text, table, row, true);
-    out.Spill();
-  }
-  text += "\n]}";
+  WriteRows(group.begin, group.end, out, [&table, &group](std::size_t begin, std::size_t end, std::string& rows) {
+    for (std::size_t row = begin; row < end; ++row) {
+      rows += row == group.begin ? "\n  " : ",\n  ";
+      AppendRow(rows, table, row, true);
+    }
+  });
+  out.Text() += "\n]}";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "analysis/utf8.hpp"
 #include "selection/readable_cell.hpp"
+#include "selection/row_blocks.hpp"
 
 namespace drav::selection {
 namespace {
@@ -104,14 +105,16 @@ void WriteLatex(const OutputTable& table, std::optional<int> digits, OutputBuffe
   text += " \\\\\n\\midrule\n";
   for (std::size_t g = 0; g < table.groups.size(); ++g) {
     if (g > 0) text += "\\midrule\n";
-    for (std::size_t row = table.groups[g].begin; row < table.groups[g].end; ++row) {
-      for (std::size_t c = 0; c < table.columns.size(); ++c) {
-        if (c > 0) text += " & ";
-        AppendCell(text, table.columns[c].cell(row), table.columns[c], digits);
-      }
-      text += " \\\\\n";
-      out.Spill();
-    }
+    WriteRows(table.groups[g].begin, table.groups[g].end, out,
+              [&table, digits](std::size_t begin, std::size_t end, std::string& rows) {
+                for (std::size_t row = begin; row < end; ++row) {
+                  for (std::size_t c = 0; c < table.columns.size(); ++c) {
+                    if (c > 0) rows += " & ";
+                    AppendCell(rows, table.columns[c].cell(row), table.columns[c], digits);
+                  }
+                  rows += " \\\\\n";
+                }
+              });
   }
   text += "\\bottomrule\n\\end{tabular}\n";
   out.Flush();

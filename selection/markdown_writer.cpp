@@ -3,6 +3,7 @@
 #include <array>
 
 #include "selection/readable_cell.hpp"
+#include "selection/row_blocks.hpp"
 
 namespace drav::selection {
 namespace {
@@ -47,17 +48,18 @@ void WriteMarkdown(const OutputTable& table, std::optional<int> digits, OutputBu
     text += name ? ":---|" : "---:|";
   }
   text += '\n';
-  std::string cell;
-  for (std::size_t row = 0; row < table.rows; ++row) {
-    text += '|';
-    for (const Column& column : table.columns) {
-      cell.clear();
-      AppendReadable(cell, column.cell(row), column, digits);
-      AppendCell(text, cell);
+  WriteRows(0, table.rows, out, [&table, digits](std::size_t begin, std::size_t end, std::string& rows) {
+    std::string cell;
+    for (std::size_t row = begin; row < end; ++row) {
+      rows += '|';
+      for (const Column& column : table.columns) {
+        cell.clear();
+        AppendReadable(cell, column.cell(row), column, digits);
+        AppendCell(rows, cell);
+      }
+      rows += '\n';
     }
-    text += '\n';
-    out.Spill();
-  }
+  });
   out.Flush();
 }
 

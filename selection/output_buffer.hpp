@@ -11,12 +11,17 @@ namespace drav::selection {
 class OutputBuffer {
  public:
   using Sink = std::function<void(std::string_view)>;
-  explicit OutputBuffer(Sink sink) : sink_(std::move(sink)) { text_.reserve(kSpillBytes + 4096); }
+  // `threads` is how many may format rows at once: 2 where a second core
+  // is free for it, else 1.
+  explicit OutputBuffer(Sink sink, unsigned threads = 1) : sink_(std::move(sink)), threads_(threads) {
+    text_.reserve(kSpillBytes + 4096);
+  }
   OutputBuffer(const OutputBuffer&) = delete;
   OutputBuffer& operator=(const OutputBuffer&) = delete;
 
   // What writers append to.
   std::string& Text() { return text_; }
+  unsigned Threads() const { return threads_; }
   // Hands the text to the sink when enough has gathered; writers call it
   // once per row.
   void Spill() {
@@ -30,6 +35,7 @@ class OutputBuffer {
  private:
   static constexpr std::size_t kSpillBytes = std::size_t{1} << 20;
   Sink sink_;
+  unsigned threads_;
   std::string text_;
 };
 

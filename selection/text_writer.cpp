@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <future>
 #include <vector>
 
 #include "selection/display_width.hpp"
 #include "selection/number_text.hpp"
 #include "selection/readable_cell.hpp"
+#include "selection/row_blocks.hpp"
 
 namespace drav::selection {
 namespace {
@@ -55,6 +57,14 @@ class ColumnWidth {
     }
   }
 
+  // Takes in what another measured of other rows of the same column.
+  void Merge(const ColumnWidth& other) {
+    width_ = std::max(width_, other.width_);
+    numbers_.Merge(other.numbers_);
+    counts_.Merge(other.counts_);
+    capped_ = capped_ || other.capped_;
+  }
+
   std::int64_t Width() {
     numbers_.Measure(*this, CellKind::Number);
     counts_.Measure(*this, CellKind::Count);
@@ -78,6 +88,10 @@ class ColumnWidth {
         anyNegative = true;
       }
     }
+    void Merge(const Extremes& other) {
+      if (other.anyPositive) Add(other.largest);
+      if (other.anyNegative) Add(other.smallest);
+    }
     void Measure(ColumnWidth& width, CellKind kind) const {
       if (anyPositive) width.Measure({kind, {}, largest, false});
       if (anyNegative) width.Measure({kind, {}, smallest, false});
@@ -93,23 +107,51 @@ class ColumnWidth {
   bool capped_ = false;
 };
 
+// The columns of rows [begin, end): how wide, and which hold names and so
+// are aligned left.
+struct Measured {
+  std::vector<ColumnWidth> widths;
+  std::vector<bool> right;
+
+  Measured(const OutputTable& table, std::optional<int> digits, std::size_t begin, std::size_t end)
+      : right(table.columns.size(), true) {
+    widths.reserve(table.columns.size());
+    for (const Column& column : table.columns) widths.emplace_back(column, digits);
+    for (std::size_t row = begin; row < end; ++row) {
+      for (std::size_t c = 0; c < table.columns.size(); ++c) {
+        const Cell cell = table.columns[c].cell(row);
+        if (cell.kind == CellKind::Text) right[c] = false;
+        widths[c].Add(cell);
+      }
+    }
+  }
+
+  void Merge(const Measured& other) {
+    for (std::size_t c = 0; c < widths.size(); ++c) {
+      widths[c].Merge(other.widths[c]);
+      right[c] = right[c] && other.right[c];
+    }
+  }
+};
+
+// Both halves of the table at once where a second thread may help.
+Measured MeasureColumns(const OutputTable& table, std::optional<int> digits, unsigned threads) {
+  if (threads < 2 || table.rows < 2 * kRowBlock) return Measured(table, digits, 0, table.rows);
+  const std::size_t half = table.rows / 2;
+  auto second = std::async(std::launch::async, [&] { return Measured(table, digits, half, table.rows); });
+  Measured measured(table, digits, 0, half);
+  measured.Merge(second.get());
+  return measured;
+}
+
 }  // namespace
 
 void WriteText(const OutputTable& table, std::optional<int> digits, OutputBuffer& out) {
   const std::size_t columns = table.columns.size();
-  std::vector<ColumnWidth> widths;
-  widths.reserve(columns);
-  for (const Column& column : table.columns) widths.emplace_back(column, digits);
-  std::vector<bool> right(columns, true);
-  for (std::size_t row = 0; row < table.rows; ++row) {
-    for (std::size_t c = 0; c < columns; ++c) {
-      const Cell cell = table.columns[c].cell(row);
-      if (cell.kind == CellKind::Text) right[c] = false;
-      widths[c].Add(cell);
-    }
-  }
+  Measured measured = MeasureColumns(table, digits, out.Threads());
+  const std::vector<bool>& right = measured.right;
   std::vector<std::int64_t> width(columns);
-  for (std::size_t c = 0; c < columns; ++c) width[c] = widths[c].Width();
+  for (std::size_t c = 0; c < columns; ++c) width[c] = measured.widths[c].Width();
   std::string& text = out.Text();
   const auto endLine = [&text] {
     while (!text.empty() && text.back() == ' ') text.pop_back();
@@ -120,21 +162,23 @@ void WriteText(const OutputTable& table, std::optional<int> digits, OutputBuffer
     AppendPadded(text, table.columns[c].title, DisplayWidth(table.columns[c].title), width[c], right[c]);
   }
   endLine();
-  std::string cell;
-  for (std::size_t row = 0; row < table.rows; ++row) {
-    for (std::size_t c = 0; c < columns; ++c) {
-      if (c > 0) text += "  ";
-      cell.clear();
-      const Cell value = table.columns[c].cell(row);
-      AppendReadable(cell, value, table.columns[c], digits);
-      // Only names hold more than ASCII: numbers, stars and caps take a
-      // column a byte.
-      const auto shown = value.kind == CellKind::Text ? DisplayWidth(cell) : static_cast<std::int64_t>(cell.size());
-      AppendPadded(text, cell, shown, width[c], right[c]);
+  WriteRows(0, table.rows, out, [&](std::size_t begin, std::size_t end, std::string& rows) {
+    std::string cell;
+    for (std::size_t row = begin; row < end; ++row) {
+      for (std::size_t c = 0; c < columns; ++c) {
+        if (c > 0) rows += "  ";
+        cell.clear();
+        const Cell value = table.columns[c].cell(row);
+        AppendReadable(cell, value, table.columns[c], digits);
+        // Only names hold more than ASCII: numbers, stars and caps take a
+        // column a byte.
+        const auto shown = value.kind == CellKind::Text ? DisplayWidth(cell) : static_cast<std::int64_t>(cell.size());
+        AppendPadded(rows, cell, shown, width[c], right[c]);
+      }
+      while (!rows.empty() && rows.back() == ' ') rows.pop_back();
+      rows += '\n';
     }
-    endLine();
-    out.Spill();
-  }
+  });
   if (!table.note.empty()) {
     text += '\n';
     text += table.note;

@@ -8,6 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include <thread>
+
+#include <sched.h>
 #include <sys/stat.h>
 #if defined(__GLIBC__)
 #include <malloc.h>
@@ -84,7 +87,7 @@ void Tell(const sel::Diagnostics& diagnostics) {
 }
 
 void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
-  sel::OutputBuffer out(WriteOut);
+  sel::OutputBuffer out(WriteOut, options.threads);
   switch (options.format) {
     case OutputFormat::Text: sel::WriteText(layout, options.digits, out); break;
     case OutputFormat::Csv: sel::WriteDelimited(layout, ',', out); break;
@@ -95,6 +98,18 @@ void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
     case OutputFormat::Svg: sel::WriteSvg(layout, out); break;
   }
   FinishOutput();
+}
+
+// Two where this process may run on two cores or more (taskset and a
+// container's limits narrow the set), else one: a single core never waits
+// for a second thread.
+unsigned UsableCores() {
+#if defined(__linux__)
+  cpu_set_t cores;
+  CPU_ZERO(&cores);
+  if (sched_getaffinity(0, sizeof cores, &cores) == 0) return CPU_COUNT(&cores) >= 2 ? 2 : 1;
+#endif
+  return std::thread::hardware_concurrency() >= 2 ? 2 : 1;
 }
 
 sel::Command CommandOf(const SelectionOptions& options) {
@@ -160,7 +175,9 @@ int RunSelectionCommand(int argc, char** argv) {
       return kDone;
     }
     diagnostics.emplace(options.strict);
-    return Run(options, *diagnostics);
+    SelectionOptions run = options;
+    run.threads = UsableCores();
+    return Run(run, *diagnostics);
   } catch (const sel::UsageError& error) {
     fail(ExitStatus::BadUsage, error.what());
     std::fprintf(stderr, "Usage: drav-report %s [OPTIONS] FILE|- (drav-report %s --help for more)\n",

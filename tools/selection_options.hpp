@@ -25,6 +25,7 @@ struct SelectionOptions {
   bool strict = false;
   OutputFormat format = OutputFormat::Text;
   std::optional<int> digits;
+  unsigned threads = 1;  // how many threads may share the work: the cores this process may use, at most 2
   std::string file;  // "-" for standard input
 };
 

@@ -1,0 +1,114 @@
+// The writers: the text table's columns as wide as their widest cell, found
+// without printing every cell twice (checked against printing every cell,
+// over numbers that round up a digit, round to zero, sit at the cap or far
+// past it, counts with fractions, infinities and double-width names); and
+// every writer's bytes the same whether one thread made them or two.
+#include "selection/text_writer.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <sstream>
+#include <vector>
+
+#include "selection/delimited_writer.hpp"
+#include "selection/display_width.hpp"
+#include "selection/json_writer.hpp"
+#include "selection/latex_writer.hpp"
+#include "selection/markdown_writer.hpp"
+#include "selection/readable_cell.hpp"
+#include "selection/row_blocks.hpp"
+
+namespace drav::selection {
+namespace {
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+TEST(TextWriter, ColumnsAreAsWideAsTheirWidestCell) {
+  const std::vector<Cell> pool = {
+      NumberCell(-0.00004), NumberCell(9.99996), NumberCell(99999.001), NumberCell(99999.0049), NumberCell(1e6),
+      NumberCell(2e5),      NumberCell(HUGE_VAL), NumberCell(-HUGE_VAL), NumberCell(0.5), NumberCell(-12.3456),
+      NumberCell(-0.4),     CountCell(3),         CountCell(2.5),        CountCell(-7),    CountCell(1234567),
+      TextCell("a"),        TextCell("宽宽宽"),    FlagCell(true),        FlagCell(false),  Cell{}};
+  std::mt19937 random(11);
+  for (int trial = 0; trial < 200; ++trial) {
+    // Three columns of a few random cells each; the last of numbers, so
+    // that every line runs to the table's full width.
+    const std::size_t rows = 1 + random() % 5;
+    std::vector<std::vector<Cell>> cells(3, std::vector<Cell>(rows));
+    for (std::size_t c = 0; c < 3; ++c) {
+      for (Cell& cell : cells[c]) cell = c == 2 ? NumberCell(pool[random() % 12].number) : pool[random() % pool.size()];
+    }
+    OutputTable table;
+    table.rows = rows;
+    for (std::size_t c = 0; c < 3; ++c) {
+      Column column{"k", std::string(1, static_cast<char>('A' + c)), "", 2, false,
+                    [&cells, c](std::size_t row) { return cells[c][row]; }};
+      if (c == 2) column.shownAtMost = 99999;
+      table.columns.push_back(std::move(column));
+    }
+    std::string text;
+    OutputBuffer out([&text](std::string_view chunk) { text += chunk; });
+    WriteText(table, std::nullopt, out);
+
+    std::int64_t expected = 4;  // the two gaps between the columns
+    for (std::size_t c = 0; c < 3; ++c) {
+      std::int64_t widest = DisplayWidth(table.columns[c].title);
+      for (std::size_t row = 0; row < rows; ++row) {
+        widest = std::max(widest, DisplayWidth(ReadableCell(cells[c][row], table.columns[c], std::nullopt)));
+      }
+      expected += widest;
+    }
+    for (const std::string& line : Lines(text)) EXPECT_EQ(DisplayWidth(line), expected) << text;
+  }
+}
+
+TEST(Writers, TwoThreadsWriteWhatOneWrites) {
+  // Two sets of uneven sizes, both past two blocks, so that the blocks of
+  // each thread interleave and a set ends inside a block.
+  const std::size_t rows = 5 * kRowBlock + 123;
+  const std::size_t split = 2 * kRowBlock + 7;
+  std::vector<std::string> names(rows);
+  for (std::size_t i = 0; i < rows; ++i) {
+    names[i] = i % 7 == 0 ? "模型" : "m";
+    names[i].append(std::to_string(i));
+  }
+  OutputTable table;
+  table.rows = rows;
+  table.groups = {{"a", 0, split}, {"b", split, rows}};
+  table.byKey = "set";
+  table.rowsKey = "models";
+  table.columns.push_back({"model", "Model", "", 0, false, [&names](std::size_t i) { return TextCell(names[i]); }});
+  table.columns.push_back({"x", "x", "", 3, false, [](std::size_t i) {
+                             return NumberCell(std::sin(static_cast<double>(i)) * std::pow(10.0, i % 9));
+                           }});
+  table.columns.push_back({"k", "K", "", 0, false, [](std::size_t i) { return CountCell(static_cast<double>(i % 13)); }});
+  table.columns.push_back({"in", "In", "", 0, false, [](std::size_t i) { return FlagCell(i % 3 == 0); }});
+  const auto write = [&table](unsigned threads, auto writer) {
+    std::string text;
+    OutputBuffer out([&text](std::string_view chunk) { text += chunk; }, threads);
+    writer(out);
+    return text;
+  };
+  const std::pair<const char*, std::function<void(OutputBuffer&)>> writers[] = {
+      {"text", [&](OutputBuffer& out) { WriteText(table, std::nullopt, out); }},
+      {"csv", [&](OutputBuffer& out) { WriteDelimited(table, ',', out); }},
+      {"markdown", [&](OutputBuffer& out) { WriteMarkdown(table, 2, out); }},
+      {"latex", [&](OutputBuffer& out) { WriteLatex(table, std::nullopt, out); }},
+      {"json", [&](OutputBuffer& out) { WriteJson(table, out); }},
+  };
+  for (const auto& [name, writer] : writers) {
+    const std::string one = write(1, writer);
+    EXPECT_GT(one.size(), rows * 10) << name;
+    EXPECT_TRUE(one == write(2, writer)) << name << " differs with two threads";
+  }
+}
+
+}  // namespace
+}  // namespace drav::selection
