@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "selection/two_halves.hpp"
+
 namespace drav::selection {
 
 std::vector<Member> MembersInTableOrder(const RankedSet& set) {
@@ -13,19 +15,20 @@ std::vector<Member> MembersInTableOrder(const RankedSet& set) {
 }
 
 std::vector<TermImportance> Importance(const Coefficients& coefficients, const std::vector<Member>& members,
-                                       bool fileOrder) {
-  std::vector<TermImportance> result;
-  result.reserve(coefficients.terms.size());
-  for (std::size_t t = 0; t < coefficients.terms.size(); ++t) {
-    const auto& held = coefficients.terms[t].held;
-    TermImportance term{t, 0, 0};
-    for (const Member& m : members) {
-      if (!held[m.index]) continue;
-      term.importance += m.weight;
-      ++term.models;
+                                       bool fileOrder, unsigned threads) {
+  std::vector<TermImportance> result(coefficients.terms.size());
+  InTwoHalves(result.size(), threads, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t t = begin; t < end; ++t) {
+      const auto& held = coefficients.terms[t].held;
+      TermImportance term{t, 0, 0};
+      for (const Member& m : members) {
+        if (!held[m.index]) continue;
+        term.importance += m.weight;
+        ++term.models;
+      }
+      result[t] = term;
     }
-    result.push_back(term);
-  }
+  });
   if (!fileOrder) {
     std::stable_sort(result.begin(), result.end(),
                      [](const TermImportance& a, const TermImportance& b) { return a.importance > b.importance; });

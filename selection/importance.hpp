@@ -29,8 +29,9 @@ struct TermImportance {
 
 // Every term, by importance from the highest (ties in the file's order of
 // terms), or in the file's order with `fileOrder`.
+// With `threads` 2 the terms are summed in two halves at once.
 std::vector<TermImportance> Importance(const Coefficients& coefficients, const std::vector<Member>& members,
-                                       bool fileOrder);
+                                       bool fileOrder, unsigned threads = 1);
 
 // Burnham & Anderson's caution, when the terms that some but not all models
 // hold appear in very unequal numbers of models (one in more than twice as

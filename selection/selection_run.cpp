@@ -68,14 +68,15 @@ void Selection::Summarise(DelimitedReader* coefficients, const SelectionRequest&
   terms_.reserve(ranked_.size());
   for (const RankedSet& set : ranked_) {
     const std::vector<Member> members = MembersInTableOrder(set);
-    const std::vector<TermImportance> importance = Importance(coefficients_, members, request.fileOrder);
+    const std::vector<TermImportance> importance =
+        Importance(coefficients_, members, request.fileOrder, request.threads);
     if (const auto warning = UnequalCountsWarning(coefficients_, importance, members.size())) {
       diagnostics.Warn(table_.sets.size() > 1 ? "set '" + table_.sets[set.set] + "': " + *warning : *warning,
                        table_.source);
     }
     SetTerms summary{set.set, {}};
     if (averages) {
-      summary.terms = AverageTerms(coefficients_, members, importance, request.level);
+      summary.terms = AverageTerms(coefficients_, members, importance, request.level, request.threads);
     } else {
       summary.terms.reserve(importance.size());
       for (const TermImportance& t : importance) summary.terms.push_back({t, 0, 0, 0, 0, 0, 0});

@@ -32,6 +32,7 @@ struct SelectionRequest {
   double level = 0.95;     // the confidence set's cumulative weight, and the interval's level
   bool fileOrder = false;  // list models and terms as the file has them
   SubsetOptions subset;
+  unsigned threads = 1;    // 2 where a second core may share the sums over terms
 };
 
 // Owns every number its table's cells show, so it is neither copied nor

@@ -5,6 +5,7 @@
 
 #include "selection/normal_quantile.hpp"
 #include "selection/revised_average.hpp"
+#include "selection/two_halves.hpp"
 
 namespace drav::selection {
 namespace {
@@ -55,11 +56,12 @@ TermAverage AverageTerm(const Term& term, const std::vector<Member>& members, co
 }  // namespace
 
 std::vector<TermAverage> AverageTerms(const Coefficients& coefficients, const std::vector<Member>& members,
-                                      const std::vector<TermImportance>& terms, double level) {
+                                      const std::vector<TermImportance>& terms, double level, unsigned threads) {
   const double z = NormalQuantile(0.5 + level / 2);
-  std::vector<TermAverage> result;
-  result.reserve(terms.size());
-  for (const TermImportance& t : terms) result.push_back(AverageTerm(coefficients.terms[t.term], members, t, z));
+  std::vector<TermAverage> result(terms.size());
+  InTwoHalves(terms.size(), threads, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t t = begin; t < end; ++t) result[t] = AverageTerm(coefficients.terms[terms[t].term], members, terms[t], z);
+  });
   return result;
 }
 

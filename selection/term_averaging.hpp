@@ -28,7 +28,8 @@ struct TermAverage {
 };
 
 // One average per term, in the order of `terms`.
+// With `threads` 2 the terms are averaged in two halves at once.
 std::vector<TermAverage> AverageTerms(const Coefficients& coefficients, const std::vector<Member>& members,
-                                      const std::vector<TermImportance>& terms, double level);
+                                      const std::vector<TermImportance>& terms, double level, unsigned threads = 1);
 
 }  // namespace drav::selection

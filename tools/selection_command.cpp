@@ -130,7 +130,8 @@ int Run(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
 #endif
   Input input(options.file);
   sel::DelimitedReader reader(input.File(), input.Name(), diagnostics, {}, options.encoding);
-  sel::SelectionRequest request{CommandOf(options), options.load, options.level, options.fileOrder, options.subset};
+  sel::SelectionRequest request{CommandOf(options), options.load,    options.level,
+                                options.fileOrder,   options.subset, options.threads};
   // Room for the models at once rather than by doubling, which copied the
   // whole table each time and, for a stream, held the old copy and the new
   // at once: twice the memory the models need. A row takes at least 3

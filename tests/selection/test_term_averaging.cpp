@@ -80,24 +80,29 @@ TEST(TermAveraging, ImportanceConditionalAndFullAverages) {
   const CandidateTable table = ThreeModels();
   const Coefficients coefficients = FourTerms();
   const auto members = MembersInTableOrder(Rank(table, {})[0]);
-  const auto importance = Importance(coefficients, members, false);
-  const auto averages = AverageTerms(coefficients, members, importance, 0.9);
-  ASSERT_EQ(averages.size(), std::size(kExpected));
-  for (std::size_t i = 0; i < averages.size(); ++i) {
-    const TermAverage& a = averages[i];
-    const Expected& e = kExpected[i];
-    const std::string term = coefficients.terms[a.summary.term].name;
-    EXPECT_EQ(term, e.term) << "row " << i;
-    ExpectSame(a.summary.importance, e.importance, term + " importance");
-    EXPECT_EQ(a.summary.models, e.models) << term;
-    ExpectSame(a.estimate, e.estimate, term + " estimate");
-    ExpectSame(a.se, e.se, term + " se");
-    ExpectSame(a.fullEstimate, e.fullEstimate, term + " full estimate");
-    ExpectSame(a.fullSe, e.fullSe, term + " full se");
-    // z for 90% is 1.6448536269514722.
-    ExpectSame(a.lower, e.estimate - 1.6448536269514722 * e.se, term + " lower");
-    ExpectSame(a.upper, e.estimate + 1.6448536269514722 * e.se, term + " upper");
+  // One thread, or two taking half the terms each: the same numbers.
+  for (unsigned threads : {1u, 2u}) {
+    SCOPED_TRACE(threads);
+    const auto importance = Importance(coefficients, members, false, threads);
+    const auto averages = AverageTerms(coefficients, members, importance, 0.9, threads);
+    ASSERT_EQ(averages.size(), std::size(kExpected));
+    for (std::size_t i = 0; i < averages.size(); ++i) {
+      const TermAverage& a = averages[i];
+      const Expected& e = kExpected[i];
+      const std::string term = coefficients.terms[a.summary.term].name;
+      EXPECT_EQ(term, e.term) << "row " << i;
+      ExpectSame(a.summary.importance, e.importance, term + " importance");
+      EXPECT_EQ(a.summary.models, e.models) << term;
+      ExpectSame(a.estimate, e.estimate, term + " estimate");
+      ExpectSame(a.se, e.se, term + " se");
+      ExpectSame(a.fullEstimate, e.fullEstimate, term + " full estimate");
+      ExpectSame(a.fullSe, e.fullSe, term + " full se");
+      // z for 90% is 1.6448536269514722.
+      ExpectSame(a.lower, e.estimate - 1.6448536269514722 * e.se, term + " lower");
+      ExpectSame(a.upper, e.estimate + 1.6448536269514722 * e.se, term + " upper");
+    }
   }
+  const auto importance = Importance(coefficients, members, false);
   // In file order with --no-sort.
   const auto unsorted = Importance(coefficients, members, true);
   EXPECT_EQ(unsorted[0].term, 0u);
