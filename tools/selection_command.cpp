@@ -31,6 +31,7 @@
 #include "selection/text_writer.hpp"
 #include "selection/wide_coefficients.hpp"
 #include "tools/exit_status.hpp"
+#include "tools/fits_command.hpp"
 #include "tools/selection_options.hpp"
 #include "tools/selection_terms.hpp"
 
@@ -112,18 +113,9 @@ void Write(const sel::OutputTable& layout, const SelectionOptions& options) {
   FinishOutput();
 }
 
-int Run(const SelectionOptions& options) {
-#if defined(__GLIBC__)
-  // A table of a million models grows its arrays by doubling; by default
-  // glibc hands every large block back to the system when it is freed and
-  // the next one is faulted in page by page again, which took a quarter of
-  // the run. Keep freed memory for reuse instead: it is all freed at exit.
-  mallopt(M_MMAP_THRESHOLD, 1 << 30);
-  mallopt(M_TRIM_THRESHOLD, 1 << 30);
-  mallopt(M_TOP_PAD, 64 << 20);
-#endif
+sel::CandidateTable LoadTable(const SelectionOptions& options, sel::RowObserver* observer) {
   Input input(options.file);
-  if (!input.File()) return Fail(kFileUnreadable, input.Name() + ": " + std::strerror(input.Error()));
+  if (!input.File()) throw IOException(input.Name(), input.Error());
   sel::DelimitedReader reader(input.File(), input.Name(), {}, options.encoding);
   sel::LoadOptions load = options.load;
   // Room for the models at once rather than by doubling, which copied the
@@ -137,11 +129,26 @@ int Run(const SelectionOptions& options) {
   if (fstat(fileno(input.File()), &status) == 0 && S_ISREG(status.st_mode)) {
     load.expectedModels = std::min(load.maxModels, static_cast<std::size_t>(status.st_size) / 3 + 1);
   }
+  load.observer = observer;
+  return sel::LoadCandidates(reader, load);
+}
+
+int Run(const SelectionOptions& options) {
+#if defined(__GLIBC__)
+  // A table of a million models grows its arrays by doubling; by default
+  // glibc hands every large block back to the system when it is freed and
+  // the next one is faulted in page by page again, which took a quarter of
+  // the run. Keep freed memory for reuse instead: it is all freed at exit.
+  mallopt(M_MMAP_THRESHOLD, 1 << 30);
+  mallopt(M_TRIM_THRESHOLD, 1 << 30);
+  mallopt(M_TOP_PAD, 64 << 20);
+#endif
   // The wide form's terms are read beside the models, from the same rows.
   const bool terms = options.importance || options.allTerms;
-  sel::WideCoefficients wide(input.Name(), options.load.byColumn, options.load.modelColumn);
-  if (terms && options.coefficients.empty()) load.observer = &wide;
-  const sel::CandidateTable table = sel::LoadCandidates(reader, load);
+  const std::string name = options.fits ? "the outputs" : options.file == "-" ? "standard input" : options.file;
+  sel::WideCoefficients wide(name, options.load.byColumn, options.load.modelColumn);
+  const sel::CandidateTable table =
+      options.fits ? LoadFitCandidates(options) : LoadTable(options, terms && options.coefficients.empty() ? &wide : nullptr);
   for (const std::string& note : table.notes) std::fprintf(stderr, "drav-report: note: %s\n", note.c_str());
   if ((options.average || options.allTerms) && table.chat > 1) {
     std::string factor;
@@ -153,7 +160,7 @@ int Run(const SelectionOptions& options) {
                  factor.c_str());
   }
   const auto warn = [&](const std::vector<std::string>& warnings) {
-    return Warn(input.Name(), warnings, options.strict) ? kDone : kBadData;
+    return Warn(name, warnings, options.strict) ? kDone : kBadData;
   };
   if (warn(table.warnings) != kDone) return kBadData;
   auto ranked = sel::Rank(table, {options.level, options.fileOrder});
@@ -197,7 +204,7 @@ int Run(const SelectionOptions& options) {
     }
   }
   if (without.size() == averages.size()) {
-    return Fail(kBadData, input.Name() + ": no model has an estimate in column '" + options.load.estimateColumn + "'");
+    return Fail(kBadData, name + ": no model has an estimate in column '" + options.load.estimateColumn + "'");
   }
   if (warn(without) != kDone) return kBadData;
   return write(sel::AverageLayout(table, averages, options.level));

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "selection/candidates.hpp"
 #include "selection/subset.hpp"
@@ -26,6 +27,12 @@ struct SelectionOptions {
   OutputFormat format = OutputFormat::Text;
   std::optional<int> digits;
   std::string file;  // "-" for standard input
+  // --fits: FILE... are programs' printed outputs, one model or more each,
+  // rather than one table.
+  bool fits = false;
+  std::vector<std::string> fitFiles;
+  std::string modelNames;  // --model-names FILE: the models' names, one a line
+  bool verbose = false;    // --verbose: how K, n and logLik were found
 };
 
 // argv[0] is the subcommand. Throws selection::UsageError, its message
