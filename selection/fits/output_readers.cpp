@@ -1,6 +1,7 @@
 #include "selection/fits/output_readers.hpp"
 
 #include "selection/errors.hpp"
+#include "selection/fits/lavaan_output.hpp"
 #include "selection/fits/notebook_text.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/r_output.hpp"
@@ -12,7 +13,7 @@ const std::vector<OutputReader>& OutputReaders() {
   // beside R sessions and may hold a logLik() line, so R, whose marks are
   // the most general, comes last.
   static const std::vector<OutputReader> readers = {
-      // Mplus, lavaan and statsmodels are registered here as they come.
+      {"lavaan", LooksLikeLavaanOutput, ReadLavaanOutput},
       // -- MARK: {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
       // -- Stata: {"Stata", LooksLikeStataOutput, ReadStataOutput},
       // -- SAS: {"SAS", LooksLikeSasOutput, ReadSasOutput},

@@ -78,7 +78,10 @@ std::string PrintedObject(std::string_view command) {
 
 std::string_view CommandBefore(const std::vector<TranscriptLine>& lines, std::size_t index) {
   for (std::size_t i = index + 1; i-- > 0;) {
-    if (lines[i].command && !Trim(lines[i].text).empty()) return lines[i].text;
+    // knitr's code fences stand between the code and what it printed.
+    if (lines[i].command && !Trim(lines[i].text).empty() && !Trim(lines[i].text).starts_with("```")) {
+      return lines[i].text;
+    }
   }
   return {};
 }
