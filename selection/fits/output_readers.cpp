@@ -2,6 +2,7 @@
 
 #include "selection/errors.hpp"
 #include "selection/fits/lavaan_output.hpp"
+#include "selection/fits/mplus_output.hpp"
 #include "selection/fits/notebook_text.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/r_output.hpp"
@@ -13,6 +14,7 @@ const std::vector<OutputReader>& OutputReaders() {
   // beside R sessions and may hold a logLik() line, so R, whose marks are
   // the most general, comes last.
   static const std::vector<OutputReader> readers = {
+      {"Mplus", LooksLikeMplusOutput, ReadMplusOutput},
       {"lavaan", LooksLikeLavaanOutput, ReadLavaanOutput},
       // -- MARK: {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
       // -- Stata: {"Stata", LooksLikeStataOutput, ReadStataOutput},
