@@ -125,6 +125,20 @@ void NoteUnprintedDigits(const std::vector<FitRecord>& records, const CandidateT
   }
 }
 
+// statsmodels prints five significant digits, coarser than the others
+// for a large log-likelihood: said once when it is ranked beside them.
+void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  const auto coarse = std::max_element(records.begin(), records.end(), [](const FitRecord& a, const FitRecord& b) {
+    return (a.program == "statsmodels" ? a.logLikHalfUnit : -1) < (b.program == "statsmodels" ? b.logLikHalfUnit : -1);
+  });
+  if (coarse == records.end() || coarse->program != "statsmodels") return;
+  const auto other = std::find_if(records.begin(), records.end(), [](const FitRecord& r) { return r.program != "statsmodels"; });
+  if (other == records.end()) return;
+  diagnostics.Note("statsmodels prints log-likelihoods to 4 or 5 significant digits (" + Named(*coarse) + ": +/-" +
+                   Shown(coarse->logLikHalfUnit) + "), coarser than " + other->program +
+                   "; differences in AIC within twice that say nothing");
+}
+
 }  // namespace
 
 CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOptions& options, Diagnostics& diagnostics) {
@@ -145,6 +159,7 @@ CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOpti
   CheckKinds(records, diagnostics);
   CheckSampleSizes(records, diagnostics);
   CheckCounting(records, diagnostics);
+  NoteCoarseDigits(records, diagnostics);
 
   const bool allN = std::none_of(records.begin(), records.end(), [](const FitRecord& r) { return std::isnan(r.n); });
   CandidateTable table;

@@ -6,6 +6,7 @@
 #include "selection/fits/notebook_text.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/r_output.hpp"
+#include "selection/fits/statsmodels_output.hpp"
 
 namespace drav::selection::fits {
 
@@ -16,6 +17,7 @@ const std::vector<OutputReader>& OutputReaders() {
   static const std::vector<OutputReader> readers = {
       {"Mplus", LooksLikeMplusOutput, ReadMplusOutput},
       {"lavaan", LooksLikeLavaanOutput, ReadLavaanOutput},
+      {"statsmodels", LooksLikeStatsmodelsOutput, ReadStatsmodelsOutput},
       // -- MARK: {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
       // -- Stata: {"Stata", LooksLikeStataOutput, ReadStataOutput},
       // -- SAS: {"SAS", LooksLikeSasOutput, ReadSasOutput},
