@@ -67,6 +67,8 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, const std::string
   double parameters = kUnknown;
   double constraints = 0;
   bool normal = true;
+  bool estimates = false;  // the parameter table is printed
+  bool means = false;      // and holds intercepts
   const auto finish = [&] {
     if (records.empty()) return;
     FitRecord& r = records.back();
@@ -80,6 +82,10 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, const std::string
     } else if (std::isnan(r.logLik)) {
       r.kind = LikelihoodKind::None;
       r.warnings.push_back("summary() printed without fit.measures = TRUE shows no log-likelihood");
+    }
+    if (estimates && !means && r.kind != LikelihoodKind::None) {
+      r.counting = "lavaan without a mean structure leaves the observed variables' means out of K, which Mplus "
+                   "counts; the log-likelihood is the same";
     }
     if (!std::isnan(parameters)) {
       r.k = parameters - constraints;
@@ -102,12 +108,17 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, const std::string
       estimator.clear();
       parameters = kUnknown;
       constraints = 0;
+      estimates = means = false;
       normal = line.find("NOT") == std::string_view::npos;
       continue;
     }
     if (records.empty()) continue;
     FitRecord& r = records.back();
-    if (StartsWithWord(line, "Estimator") && estimator.empty()) {
+    if (line.starts_with("Parameter Estimates:") || line.starts_with("Parameter estimates:")) {
+      estimates = true;
+    } else if (line.starts_with("Intercepts:")) {
+      means = true;
+    } else if (StartsWithWord(line, "Estimator") && estimator.empty()) {
       const auto words = Words(line);
       if (words.size() > 1) estimator = std::string(words[1]);
     } else if (const auto p = NumberAfter(line, "Number of model parameters")) {
