@@ -11,6 +11,7 @@
 // the same ordinary log-likelihood: the first is read.
 #include "selection/fits/lavaan_output.hpp"
 
+#include <cctype>
 #include <cmath>
 
 #include "selection/errors.hpp"
@@ -97,6 +98,10 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, const std::string
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lines[i].command) continue;
     const std::string_view line = lines[i].text;
+    // Every line this reader wants starts with a capital, or with "lavaan";
+    // the parameter tables, most of a summary, need no look.
+    const std::string_view trimmed = Trim(line);
+    if (trimmed.empty() || (trimmed[0] != 'l' && !std::isupper(static_cast<unsigned char>(trimmed[0])))) continue;
     if (StartsSummary(line)) {
       finish();
       FitRecord r;

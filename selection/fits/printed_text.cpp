@@ -1,19 +1,35 @@
 #include "selection/fits/printed_text.hpp"
 
 #include <charconv>
+#include <cstring>
 #include <cmath>
 
 #include "selection/number_text.hpp"
 
 namespace drav::selection::fits {
 
+namespace {
+
+bool Blank(char c) { return c == ' ' || c == '\t'; }
+
+}  // namespace
+
 std::vector<TextLine> SplitLines(std::string_view text) {
+  // Whole folders of outputs are read: memchr finds the line ends, and a
+  // text without any CR (most) needs no second look for one.
   std::vector<TextLine> lines;
+  lines.reserve(text.size() / 48 + 1);
+  const bool carriageReturns = std::memchr(text.data(), '\r', text.size()) != nullptr;
   std::size_t begin = 0;
   std::int64_t number = 1;
   while (begin < text.size()) {
-    std::size_t end = text.find_first_of("\r\n", begin);
-    if (end == std::string_view::npos) end = text.size();
+    std::size_t end = begin;
+    if (carriageReturns) {
+      while (end < text.size() && text[end] != '\n' && text[end] != '\r') ++end;
+    } else {
+      const void* found = std::memchr(text.data() + begin, '\n', text.size() - begin);
+      end = found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : text.size();
+    }
     lines.push_back({text.substr(begin, end - begin), number++});
     if (end < text.size() && text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n') ++end;
     begin = end + 1;
@@ -22,19 +38,21 @@ std::vector<TextLine> SplitLines(std::string_view text) {
 }
 
 std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+  std::size_t first = 0;
+  std::size_t last = text.size();
+  while (first < last && Blank(text[first])) ++first;
+  while (last > first && Blank(text[last - 1])) --last;
+  return text.substr(first, last - first);
 }
 
 std::vector<std::string_view> Words(std::string_view line) {
   std::vector<std::string_view> words;
   std::size_t i = 0;
   while (true) {
-    i = line.find_first_not_of(" \t", i);
-    if (i == std::string_view::npos) break;
-    std::size_t end = line.find_first_of(" \t", i);
-    if (end == std::string_view::npos) end = line.size();
+    while (i < line.size() && Blank(line[i])) ++i;
+    if (i == line.size()) break;
+    std::size_t end = i;
+    while (end < line.size() && !Blank(line[end])) ++end;
     words.push_back(line.substr(i, end - i));
     i = end;
   }
@@ -42,7 +60,9 @@ std::vector<std::string_view> Words(std::string_view line) {
 }
 
 bool StartsWithWord(std::string_view line, std::string_view word) {
-  return Trim(line).starts_with(word);
+  std::size_t at = 0;
+  while (at < line.size() && Blank(line[at])) ++at;
+  return line.substr(at, word.size()) == word;
 }
 
 std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent) {
@@ -75,11 +95,15 @@ std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent) 
 }
 
 std::optional<Printed> NumberAfter(std::string_view line, std::string_view label, bool fortranExponent) {
-  const std::string_view trimmed = Trim(line);
-  if (!trimmed.starts_with(label)) return std::nullopt;
-  const auto words = Words(trimmed.substr(label.size()));
-  if (words.empty()) return std::nullopt;
-  return ReadPrinted(words.front(), fortranExponent);
+  std::size_t at = 0;
+  while (at < line.size() && Blank(line[at])) ++at;
+  if (line.substr(at, label.size()) != label) return std::nullopt;
+  at += label.size();
+  while (at < line.size() && Blank(line[at])) ++at;
+  std::size_t end = at;
+  while (end < line.size() && !Blank(line[end])) ++end;
+  if (end == at) return std::nullopt;
+  return ReadPrinted(line.substr(at, end - at), fortranExponent);
 }
 
 std::string FileStem(const std::string& source) {
