@@ -176,6 +176,12 @@ Model-selection tables from any delimited text with a header row:
   drav-report average [OPTIONS] --all [--coefficients FILE] FILE|-
   drav-report importance [OPTIONS] [--coefficients FILE] FILE|-
 See drav-report table --help.
+
+The models in statistics programs' printed outputs (R, lavaan, Mplus,
+statsmodels), listed or ranked:
+  drav-report fits [OPTIONS] FILE...
+  drav-report table --fits [OPTIONS] FILE...
+See drav-report fits --help.
 )";
 }
 
@@ -269,6 +275,9 @@ Options:
   --digits N       decimals in text, markdown and latex
   --no-sort        list the models (or terms) in file order (ranks stay by
                    criterion)
+  --fits FILE...   (table) rank the models in programs' printed outputs
+                   instead of a table; with --model-names NFILE, --n N and
+                   --verbose as drav-report fits --help tells
   --strict         treat warnings (models fitted to different n, a name
                    given twice, a criterion that disagrees with logLik and
                    K, a row without its --by value, a set without the
