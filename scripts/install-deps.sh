@@ -26,6 +26,10 @@ packages=(
   # an independent check of the model-selection numbers, JSON read back,
   # and the LaTeX tables compiled as the manual says
   r-base-core r-cran-bbmle r-cran-broom python3
+  # the statistics programs whose printed outputs drav-report fits reads:
+  # the samples are made with them (tests/golden/fits/make-samples.sh) and
+  # checked against R's AIC() of the same fits
+  r-cran-lme4 r-cran-lavaan r-cran-knitr python3-statsmodels
   texlive-latex-base texlive-latex-recommended lmodern
 )
 

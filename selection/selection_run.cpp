@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "selection/errors.hpp"
 #include "selection/importance.hpp"
@@ -28,14 +29,7 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
                      " before averaging, as QAIC assumes variances c times an ordinary fit's; give SEs of an "
                      "ordinary fit, not of a quasi-likelihood one");
   }
-  ranked_ = Rank(table_, {request.level, request.fileOrder});
-  std::size_t kept = table_.models.size();
-  if (request.subset.Any()) {
-    const std::vector<bool> keep = SubsetMask(table_, ranked_, request.subset, diagnostics);
-    ranked_ = Rank(table_, {request.level, request.fileOrder, &keep});
-    kept = 0;
-    for (const RankedSet& set : ranked_) kept += set.models.size();
-  }
+  const std::size_t kept = RankSubset(request, diagnostics);
   switch (request.command) {
     case Command::Table: layout_ = SelectionLayout(table_, ranked_, request.level); break;
     case Command::Average: AverageOne(request, diagnostics); break;
@@ -47,6 +41,24 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
       break;
   }
   MarkSubset(layout_, request.subset, kept, table_.models.size());
+}
+
+Selection::Selection(CandidateTable table, const SelectionRequest& request, Diagnostics& diagnostics)
+    : table_(std::move(table)) {
+  if (request.command != Command::Table) throw UsageError("models read from programs' outputs are only ranked");
+  const std::size_t kept = RankSubset(request, diagnostics);
+  layout_ = SelectionLayout(table_, ranked_, request.level);
+  MarkSubset(layout_, request.subset, kept, table_.models.size());
+}
+
+std::size_t Selection::RankSubset(const SelectionRequest& request, Diagnostics& diagnostics) {
+  ranked_ = Rank(table_, {request.level, request.fileOrder});
+  if (!request.subset.Any()) return table_.models.size();
+  const std::vector<bool> keep = SubsetMask(table_, ranked_, request.subset, diagnostics);
+  ranked_ = Rank(table_, {request.level, request.fileOrder, &keep});
+  std::size_t kept = 0;
+  for (const RankedSet& set : ranked_) kept += set.models.size();
+  return kept;
 }
 
 void Selection::Summarise(DelimitedReader* coefficients, const SelectionRequest& request, Diagnostics& diagnostics) {

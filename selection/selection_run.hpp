@@ -47,6 +47,9 @@ class Selection {
   // a file that cannot be read.
   Selection(DelimitedReader& models, DelimitedReader* coefficients, const SelectionRequest& request,
             Diagnostics& diagnostics);
+  // Ranks models read elsewhere, such as from programs' printed outputs;
+  // a table only (they carry no terms and no estimate to average).
+  Selection(CandidateTable table, const SelectionRequest& request, Diagnostics& diagnostics);
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
 
@@ -54,6 +57,8 @@ class Selection {
   const CandidateTable& Table() const { return table_; }
 
  private:
+  // Ranks the table, over the subset where one is asked; the models kept.
+  std::size_t RankSubset(const SelectionRequest& request, Diagnostics& diagnostics);
   void Summarise(DelimitedReader* coefficients, const SelectionRequest& request, Diagnostics& diagnostics);
   void AverageOne(const SelectionRequest& request, Diagnostics& diagnostics);
 

@@ -21,6 +21,7 @@
 #include "tools/classic_hint.hpp"
 #include "tools/console_host.hpp"
 #include "tools/exit_status.hpp"
+#include "tools/fits_command.hpp"
 #include "tools/selection_command.hpp"
 #include "tools/selection_options.hpp"
 
@@ -93,6 +94,7 @@ int main(int argc, char** argv) {
                     std::string_view(argv[1]) == "importance")) {
     return drav::cli::RunSelectionCommand(argc - 1, argv + 1);
   }
+  if (argc >= 2 && std::string_view(argv[1]) == "fits") return drav::cli::RunFitsCommand(argc - 1, argv + 1);
   std::setlocale(LC_ALL, "");
   // Options may stand anywhere before "--"; "-" alone is standard input and
   // "-5" a (bad) count, so only a double dash starts an option.

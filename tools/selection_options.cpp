@@ -37,9 +37,16 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     std::string_view arg = argv[i];
     if (optionsEnded || arg == "-" || !arg.starts_with("--")) {
-      if (haveFile) throw UsageError("one FILE only; '" + std::string(arg) + "' is a second");
-      options.file = arg;
+      options.fitFiles.emplace_back(arg);
       haveFile = true;
+      continue;
+    }
+    if (arg == "--fits" && !options.average && !options.importance) {
+      options.fits = true;
+      continue;
+    }
+    if (arg == "--verbose") {
+      options.verbose = true;
       continue;
     }
     if (arg == "--") {
@@ -124,6 +131,8 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
         throw UsageError("--format is text, csv, tsv, markdown, latex, json or svg, not '" + std::string(value) + "'");
       }
       options.format = found->second;
+    } else if (name == "--model-names") {
+      options.modelNames = value;
     } else if (name == "--digits") {
       int digits = -1;
       const auto result = std::from_chars(value.data(), value.data() + value.size(), digits);
@@ -136,6 +145,12 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
     }
   }
   if (!haveFile) throw UsageError("no FILE given (- reads standard input)");
+  if (!options.fits) {
+    if (options.fitFiles.size() > 1) throw UsageError("one FILE only; '" + options.fitFiles[1] + "' is a second");
+    if (!options.modelNames.empty() || options.verbose) throw UsageError("--model-names and --verbose go with --fits");
+    options.file = options.fitFiles.front();
+    options.fitFiles.clear();
+  }
   const bool oneEstimate = !options.load.estimateColumn.empty() || !options.load.seColumn.empty();
   if (options.allTerms && oneEstimate) throw UsageError("average takes --all or --estimate and --se, not both");
   if (options.average && !options.allTerms && (options.load.estimateColumn.empty() || options.load.seColumn.empty())) {
@@ -161,6 +176,12 @@ Model-selection tables from any delimited text with a header row:
   drav-report average [OPTIONS] --all [--coefficients FILE] FILE|-
   drav-report importance [OPTIONS] [--coefficients FILE] FILE|-
 See drav-report table --help.
+
+The models in statistics programs' printed outputs (R, lavaan, Mplus,
+statsmodels), listed or ranked:
+  drav-report fits [OPTIONS] FILE...
+  drav-report table --fits [OPTIONS] FILE...
+See drav-report fits --help.
 )";
 }
 
@@ -254,6 +275,9 @@ Options:
   --digits N       decimals in text, markdown and latex
   --no-sort        list the models (or terms) in file order (ranks stay by
                    criterion)
+  --fits FILE...   (table) rank the models in programs' printed outputs
+                   instead of a table; with --model-names NFILE, --n N and
+                   --verbose as drav-report fits --help tells
   --strict         treat warnings (models fitted to different n, a name
                    given twice, a criterion that disagrees with logLik and
                    K, a row without its --by value, a set without the

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "selection/candidates.hpp"
 #include "selection/subset.hpp"
@@ -27,6 +28,12 @@ struct SelectionOptions {
   std::optional<int> digits;
   unsigned threads = 1;  // how many threads may share the work: the cores this process may use, at most 2
   std::string file;  // "-" for standard input
+  // --fits: FILE... are programs' printed outputs, one model or more each,
+  // rather than one table.
+  bool fits = false;
+  std::vector<std::string> fitFiles;
+  std::string modelNames;  // --model-names FILE: the models' names, one a line
+  bool verbose = false;    // --verbose: how K, n and logLik were found
 };
 
 // argv[0] is the subcommand. Throws selection::UsageError, its message

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace drav::selection::fits {
 
@@ -41,6 +43,14 @@ struct FitRecord {
   // How K and n were found where the output does not print them, for
   // --verbose: "K = residual df of the null model - residual df + 1 ...".
   std::string derivation;
+  // Half a unit in the last digit the log-likelihood (or what it was
+  // derived from) was printed with: 0.005 for "-123.45", 0.5 for
+  // statsmodels' "-12346."; 0 where unknown. A ranking that hinges on
+  // less than this is said to.
+  double logLikHalfUnit = 0;
+  // What the reader found amiss with this model, for the listing's
+  // warnings column; each also went to the diagnostics.
+  std::vector<std::string> warnings;
 };
 
 }  // namespace drav::selection::fits

@@ -1,0 +1,202 @@
+#include "selection/fits/fit_candidates.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "selection/errors.hpp"
+#include "selection/fits/printed_text.hpp"
+#include "selection/number_text.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+std::string Where(const FitRecord& r) {
+  std::string where = r.source;
+  if (r.line > 0) where.append(1, ':').append(std::to_string(r.line));
+  return where;
+}
+
+std::string Named(const FitRecord& r) { return "'" + r.model + "' (" + r.program + ", " + Where(r) + ")"; }
+
+// How each model's likelihood may be compared: REML beside ML is refused,
+// any other two kinds warned of, naming the first model of each.
+void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  for (const FitRecord& r : records) {
+    if (r.kind == LikelihoodKind::None) {
+      std::string why = r.warnings.empty() ? "its estimator gives no likelihood" : r.warnings.front();
+      throw DataError(Where(r) + ": model '" + r.model + "' cannot be ranked: " + why);
+    }
+  }
+  const FitRecord& first = records.front();
+  const auto other = std::find_if(records.begin(), records.end(), [&](const FitRecord& r) { return r.kind != first.kind; });
+  if (other == records.end()) return;
+  const bool reml = first.kind == LikelihoodKind::REML || other->kind == LikelihoodKind::REML;
+  const auto article = [](LikelihoodKind kind) { return kind == LikelihoodKind::ML ? "an " : "a "; };
+  const std::string both = Named(first) + " has " + article(first.kind) + std::string(Name(first.kind)) +
+                           " likelihood and " + Named(*other) + " " + article(other->kind) +
+                           std::string(Name(other->kind)) + " one";
+  if (reml) {
+    throw DataError(Where(first.kind == LikelihoodKind::REML ? first : *other) + ": " + both +
+                    "; a REML likelihood leaves out the fixed effects and is no AIC's: refit with REML = FALSE (lme4) "
+                    "or method = \"ML\" to rank them together");
+  }
+  diagnostics.Warn(both + "; their criteria are not on one scale");
+}
+
+void CheckSampleSizes(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  const auto known = std::find_if(records.begin(), records.end(), [](const FitRecord& r) { return !std::isnan(r.n); });
+  if (known == records.end()) return;
+  for (const FitRecord& r : records) {
+    if (std::isnan(r.n) || r.n == known->n) continue;
+    diagnostics.Warn("the models were fitted to different numbers of observations: " + Named(*known) + " to n = " +
+                     Shown(known->n) + ", " + Named(r) + " to n = " + Shown(r.n) + "; their criteria are not comparable");
+    return;
+  }
+}
+
+void CheckCounting(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  const auto odd = std::find_if(records.begin(), records.end(), [](const FitRecord& r) { return !r.counting.empty(); });
+  if (odd == records.end()) return;
+  for (const FitRecord& r : records) {
+    if (r.program == odd->program) continue;
+    diagnostics.Warn(Named(*odd) + " and " + Named(r) + " come from programs whose AICs count parameters differently (" +
+                     odd->counting + "); their criteria may not be on one scale");
+    return;
+  }
+}
+
+// A printed AIC must agree with -2 logLik + 2K to its printed digits and
+// half a unit more, as a table's AIC column must. The first that does not
+// is warned of, with how many more do not.
+void CheckPrintedAics(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  const FitRecord* first = nullptr;
+  std::size_t more = 0;
+  for (const FitRecord& r : records) {
+    if (std::isnan(r.aic) || std::isnan(r.logLik) || std::isnan(r.k)) continue;
+    const double off = r.aic - (-2 * r.logLik + 2 * r.k);
+    const double tolerance = 0.5 + 2 * r.logLikHalfUnit + 1e-9 * std::fabs(r.aic);
+    if (std::fabs(off) <= tolerance) continue;
+    // A program that leaves one parameter Drav counts out of its AIC
+    // prints 2 less, and says so in its counting.
+    if (!r.counting.empty() && std::fabs(off + 2) <= tolerance) {
+      diagnostics.Note("the printed AIC " + Shown(r.aic) + " of " + Named(r) + " is " +
+                       Shown(std::round(-off * 100) / 100) + " below -2 logLik + 2K: " + r.counting);
+    } else if (!first) {
+      first = &r;
+    } else {
+      ++more;
+    }
+  }
+  if (!first) return;
+  diagnostics.Warn("the printed AIC " + Shown(first->aic) + " of " + Named(*first) + " implies K = " +
+                   Shown(std::round((first->aic + 2 * first->logLik) / 2 * 100) / 100) + ", but K = " +
+                   Shown(first->k) + " was read; AIC = -2 logLik + 2K" +
+                   (more > 0 ? "; " + std::to_string(more) + " more models disagree" : ""));
+}
+
+void CheckNames(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  std::vector<const FitRecord*> byName;
+  for (const FitRecord& r : records) byName.push_back(&r);
+  std::stable_sort(byName.begin(), byName.end(), [](const FitRecord* a, const FitRecord* b) { return a->model < b->model; });
+  for (std::size_t i = 1; i < byName.size(); ++i) {
+    if (byName[i]->model != byName[i - 1]->model) continue;
+    diagnostics.Warn("two models are named '" + byName[i]->model + "' (" + Where(*byName[i - 1]) + " and " +
+                     Where(*byName[i]) + "); --model-names FILE names them");
+    return;
+  }
+}
+
+// Two models whose criteria differ by less than the programs printed them
+// to are in an order that the printed digits cannot tell.
+void NoteUnprintedDigits(const std::vector<FitRecord>& records, const CandidateTable& table, Diagnostics& diagnostics) {
+  std::vector<std::size_t> order(records.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return table.models[a].value < table.models[b].value; });
+  for (std::size_t i = 1; i < order.size(); ++i) {
+    const FitRecord& a = records[order[i - 1]];
+    const FitRecord& b = records[order[i]];
+    const double apart = table.models[order[i]].value - table.models[order[i - 1]].value;
+    const double blur = 2 * (a.logLikHalfUnit + b.logLikHalfUnit);
+    if (apart > 0 && apart < blur) {
+      diagnostics.Note(Named(a) + " and " + Named(b) + " differ by " + Shown(std::round(apart * 1000) / 1000) + " in " +
+                       std::string(Title(table.criterion)) + ", less than the +/-" + Shown(std::round(blur * 1e4) / 1e4) +
+                       " to which their printed log-likelihoods fix it; their order is not known");
+      return;
+    }
+  }
+}
+
+// statsmodels prints five significant digits, coarser than the others
+// for a large log-likelihood: said once when it is ranked beside them.
+void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
+  const auto coarse = std::max_element(records.begin(), records.end(), [](const FitRecord& a, const FitRecord& b) {
+    return (a.program == "statsmodels" ? a.logLikHalfUnit : -1) < (b.program == "statsmodels" ? b.logLikHalfUnit : -1);
+  });
+  if (coarse == records.end() || coarse->program != "statsmodels") return;
+  const auto other = std::find_if(records.begin(), records.end(), [](const FitRecord& r) { return r.program != "statsmodels"; });
+  if (other == records.end()) return;
+  diagnostics.Note("statsmodels prints log-likelihoods to 4 or 5 significant digits (" + Named(*coarse) + ": +/-" +
+                   Shown(coarse->logLikHalfUnit) + "), coarser than " + other->program +
+                   "; differences in AIC within twice that say nothing");
+}
+
+}  // namespace
+
+CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOptions& options, Diagnostics& diagnostics) {
+  if (records.empty()) throw DataError("no models in the outputs read");
+  if (!options.byColumn.empty() || !options.roles.k.empty() || !options.modelColumn.empty() || !options.roles.terms.empty()) {
+    throw UsageError("--by, --k, --model and --term name columns of a table; the outputs read with --fits have none");
+  }
+  if (!options.roles.n.empty()) {
+    const auto n = ParseNumber(options.roles.n, false);
+    if (!n || *n <= 0) throw UsageError("--n with --fits is the number of observations, not '" + options.roles.n + "'");
+    for (FitRecord& r : records) {
+      if (std::isnan(r.n)) {
+        r.n = *n;
+        AddStep(r.derivation, "n from --n");
+      }
+    }
+  }
+  CheckKinds(records, diagnostics);
+  CheckSampleSizes(records, diagnostics);
+  CheckCounting(records, diagnostics);
+  NoteCoarseDigits(records, diagnostics);
+
+  const bool allN = std::none_of(records.begin(), records.end(), [](const FitRecord& r) { return std::isnan(r.n); });
+  CandidateTable table;
+  table.criterion = options.criterion.value_or(allN ? Criterion::AICc : Criterion::AIC);
+  if (NeedsChat(table.criterion)) {
+    if (!options.chat) throw UsageError(std::string(Title(table.criterion)) + " needs --chat");
+    table.chat = std::max(1.0, *options.chat);
+  } else if (options.chat) {
+    throw UsageError("--chat is the overdispersion factor of QAIC and QAICc; add --criterion qaic or qaicc");
+  }
+  table.sets.emplace_back();
+  table.models.reserve(records.size());
+  CheckPrintedAics(records, diagnostics);
+  CheckNames(records, diagnostics);
+  for (const FitRecord& r : records) {
+    if (std::isnan(r.k)) throw DataError(Where(r) + ": model '" + r.model + "': K is not printed nor derivable");
+    if (NeedsN(table.criterion) && std::isnan(r.n)) {
+      throw DataError(Where(r) + ": model '" + r.model + "': " + std::string(Title(table.criterion)) +
+                      " needs n, which this output does not print; --n N gives it");
+    }
+    if (HasSmallSampleTerm(table.criterion) && !(r.n > r.k + 1)) {
+      throw DataError(Where(r) + ": model '" + r.model + "': " + std::string(Title(table.criterion)) +
+                      " needs n > K + 1, and here n = " + Shown(r.n) + " with K = " + Shown(r.k));
+    }
+    Candidate c;
+    c.model = r.model;
+    c.logLik = r.logLik;
+    c.k = r.k;
+    c.n = r.n;
+    c.line = r.line;
+    c.value = Compute(table.criterion, {r.logLik, r.k, std::isnan(r.n) ? 0 : r.n, table.chat});
+    table.models.push_back(std::move(c));
+  }
+  NoteUnprintedDigits(records, table, diagnostics);
+  return table;
+}
+
+}  // namespace drav::selection::fits

@@ -1,0 +1,25 @@
+#pragma once
+// The models read from programs' outputs as a table to rank, once it is
+// sure that ranking them together means something: one kind of likelihood,
+// one n, one way of counting parameters. What stands in the way is said
+// with both models named (a warning, an error under --strict); a REML fit
+// beside an ML fit, a model without a likelihood, or a criterion that needs
+// an n nobody printed is refused.
+#include <vector>
+
+#include "selection/candidates.hpp"
+#include "selection/diagnostics.hpp"
+#include "selection/fits/fit_record.hpp"
+
+namespace drav::selection::fits {
+
+// The criterion is options.criterion, else AICc where every model has its
+// n, else AIC; options.chat serves QAIC and QAICc as for a table, and
+// options.roles.n, where given, is the n of the models whose output prints
+// none (`--n N`). Notes and warnings go to `diagnostics`. Throws DataError
+// for what cannot be ranked, UsageError for options that have no meaning
+// here (--by, --k, --n that is not a number).
+CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOptions& options,
+                                  Diagnostics& diagnostics);
+
+}  // namespace drav::selection::fits

@@ -1,0 +1,59 @@
+#include "selection/fits/output_readers.hpp"
+
+#include "selection/errors.hpp"
+#include "selection/fits/lavaan_output.hpp"
+#include "selection/fits/mplus_output.hpp"
+#include "selection/fits/notebook_text.hpp"
+#include "selection/fits/printed_text.hpp"
+#include "selection/fits/r_output.hpp"
+#include "selection/fits/statsmodels_output.hpp"
+
+namespace drav::selection::fits {
+
+const std::vector<OutputReader>& OutputReaders() {
+  // Most particular first: lavaan's and Mplus's outputs are printed in or
+  // beside R sessions and may hold a logLik() line, so R, whose marks are
+  // the most general, comes last.
+  static const std::vector<OutputReader> readers = {
+      {"Mplus", LooksLikeMplusOutput, ReadMplusOutput},
+      {"lavaan", LooksLikeLavaanOutput, ReadLavaanOutput},
+      {"statsmodels", LooksLikeStatsmodelsOutput, ReadStatsmodelsOutput},
+      // -- MARK: {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
+      // -- Stata: {"Stata", LooksLikeStataOutput, ReadStataOutput},
+      // -- SAS: {"SAS", LooksLikeSasOutput, ReadSasOutput},
+      // -- SPSS: {"SPSS", LooksLikeSpssOutput, ReadSpssOutput},
+      {"R", LooksLikeROutput, ReadROutput},
+  };
+  return readers;
+}
+
+std::string KnownPrograms() {
+  std::string names;
+  for (const OutputReader& reader : OutputReaders()) names.append(names.empty() ? "" : ", ").append(reader.program);
+  return names;
+}
+
+std::vector<FitRecord> ReadProgramOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+  // A notebook's lines are those of the text its cells printed, which
+  // messages say by naming it so.
+  std::string printed;
+  std::string where = source;
+  if (LooksLikeNotebook(text)) {
+    printed = NotebookOutputText(text, source);
+    text = printed;
+    where += " (cell outputs)";
+  }
+  for (const OutputReader& reader : OutputReaders()) {
+    if (!reader.looksLike(text)) continue;
+    std::vector<FitRecord> records = reader.read(text, where, diagnostics);
+    for (FitRecord& r : records) {
+      if (r.model == FileStem(where)) r.model = FileStem(source);
+      r.source = source;
+    }
+    return records;
+  }
+  throw DataError(source + ": not the printed output of a program Drav reads (" + KnownPrograms() +
+                  "); drav-report fits --help shows what each must print");
+}
+
+}  // namespace drav::selection::fits

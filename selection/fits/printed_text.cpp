@@ -1,0 +1,119 @@
+#include "selection/fits/printed_text.hpp"
+
+#include <charconv>
+#include <cstring>
+#include <cmath>
+
+#include "selection/number_text.hpp"
+
+namespace drav::selection::fits {
+
+namespace {
+
+bool Blank(char c) { return c == ' ' || c == '\t'; }
+
+}  // namespace
+
+std::vector<TextLine> SplitLines(std::string_view text) {
+  // Whole folders of outputs are read: memchr finds the line ends, and a
+  // text without any CR (most) needs no second look for one.
+  std::vector<TextLine> lines;
+  lines.reserve(text.size() / 48 + 1);
+  const bool carriageReturns = std::memchr(text.data(), '\r', text.size()) != nullptr;
+  std::size_t begin = 0;
+  std::int64_t number = 1;
+  while (begin < text.size()) {
+    std::size_t end = begin;
+    if (carriageReturns) {
+      while (end < text.size() && text[end] != '\n' && text[end] != '\r') ++end;
+    } else {
+      const void* found = std::memchr(text.data() + begin, '\n', text.size() - begin);
+      end = found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : text.size();
+    }
+    lines.push_back({text.substr(begin, end - begin), number++});
+    if (end < text.size() && text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n') ++end;
+    begin = end + 1;
+  }
+  return lines;
+}
+
+std::vector<std::string_view> Words(std::string_view line) {
+  std::vector<std::string_view> words;
+  std::size_t i = 0;
+  while (true) {
+    while (i < line.size() && Blank(line[i])) ++i;
+    if (i == line.size()) break;
+    std::size_t end = i;
+    while (end < line.size() && !Blank(line[end])) ++end;
+    words.push_back(line.substr(i, end - i));
+    i = end;
+  }
+  return words;
+}
+
+bool StartsWithWord(std::string_view line, std::string_view word) {
+  std::size_t at = 0;
+  while (at < line.size() && Blank(line[at])) ++at;
+  return line.substr(at, word.size()) == word;
+}
+
+std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent) {
+  if (word.ends_with('*')) word.remove_suffix(1);
+  if (word.starts_with('+')) word.remove_prefix(1);
+  if (word.empty()) return std::nullopt;
+  std::string copy;
+  if (fortranExponent) {
+    if (const auto d = word.find_first_of("Dd"); d != std::string_view::npos) {
+      copy.assign(word);
+      copy[d] = 'E';
+      word = copy;
+    }
+  }
+  double value = 0;
+  const auto result = std::from_chars(word.data(), word.data() + word.size(), value);
+  if (result.ec != std::errc() || result.ptr != word.data() + word.size() || !std::isfinite(value)) {
+    return std::nullopt;
+  }
+  // How finely it was printed: the last digit before any exponent.
+  const std::size_t exponentAt = word.find_first_of("eE");
+  const std::string_view mantissa = word.substr(0, exponentAt);
+  int exponent = 0;
+  if (exponentAt != std::string_view::npos) {
+    std::from_chars(word.data() + exponentAt + 1 + (word[exponentAt + 1] == '+'), word.data() + word.size(), exponent);
+  }
+  const std::size_t point = mantissa.find('.');
+  const int decimals = point == std::string_view::npos ? 0 : static_cast<int>(mantissa.size() - point - 1);
+  return Printed{value, 0.5 * std::pow(10.0, exponent - decimals)};
+}
+
+std::optional<Printed> NumberAfter(std::string_view line, std::string_view label, bool fortranExponent) {
+  std::size_t at = 0;
+  while (at < line.size() && Blank(line[at])) ++at;
+  if (line.substr(at, label.size()) != label) return std::nullopt;
+  at += label.size();
+  while (at < line.size() && Blank(line[at])) ++at;
+  std::size_t end = at;
+  while (end < line.size() && !Blank(line[end])) ++end;
+  if (end == at) return std::nullopt;
+  return ReadPrinted(line.substr(at, end - at), fortranExponent);
+}
+
+std::string FileStem(const std::string& source) {
+  std::string_view name = source;
+  if (const auto slash = name.find_last_of("/\\"); slash != std::string_view::npos) name.remove_prefix(slash + 1);
+  if (const auto dot = name.rfind('.'); dot != std::string_view::npos && dot > 0) name = name.substr(0, dot);
+  return std::string(name);
+}
+
+void AddStep(std::string& derivation, const std::string& step) {
+  if (!derivation.empty()) derivation.append("; ");
+  derivation.append(step);
+}
+
+std::string Shown(double number) {
+  std::string text;
+  AppendShortest(text, number);
+  return text;
+}
+
+}  // namespace drav::selection::fits

@@ -1,0 +1,159 @@
+#include "selection/fits/r_output.hpp"
+
+#include <cmath>
+
+#include "selection/errors.hpp"
+#include "selection/fits/r_blocks.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik };
+
+Piece PieceAt(const Transcript& lines, std::size_t i) {
+  if (lines[i].command) return Piece::None;
+  const std::string_view line = Trimmed(lines[i].text);
+  if (line == "Call:") {
+    std::size_t next = i + 1;
+    while (next < lines.size() && Trimmed(lines[next].text).empty()) ++next;
+    if (next == lines.size() || lines[next].command) return Piece::None;
+    const std::string_view call = Trimmed(lines[next].text);
+    if (call.starts_with("lm(")) return Piece::Lm;
+    return call.find("glm") != std::string_view::npos ? Piece::Glm : Piece::None;
+  }
+  if (line.find("mixed model fit by") != std::string_view::npos) return Piece::Mixed;
+  if (line == "Models:") return Piece::Anova;
+  if (line.starts_with("'log Lik.'")) return Piece::LogLik;
+  return Piece::None;
+}
+
+struct LogLikLine {
+  Printed value;
+  double df = 0;
+};
+
+// 'log Lik.' -182.2946 (df=6)
+std::optional<LogLikLine> ReadLogLikLine(std::string_view line) {
+  const auto words = Words(line.substr(line.find('\'', 1) + 1));
+  if (words.size() < 2 || !words[1].starts_with("(df=") || !words[1].ends_with(")")) return std::nullopt;
+  const auto value = ReadPrinted(words[0]);
+  const auto df = ReadPrinted(words[1].substr(4, words[1].size() - 5));
+  if (!value || !df) return std::nullopt;
+  return LogLikLine{*value, df->value};
+}
+
+struct Found {
+  FitRecord record;
+  std::string object;  // the R object it was printed from, where the command shows it
+};
+
+// A logLik() line after a summary of the same fit gives its log-likelihood
+// to more digits. It belongs to the record of the object it names, or, with
+// no command to tell, to the model just before it when K and the value agree.
+bool Refine(std::vector<Found>& found, const std::string& object, const LogLikLine& ll, std::int64_t line,
+            const std::string& source, Diagnostics& diagnostics) {
+  Found* target = nullptr;
+  for (auto it = found.rbegin(); it != found.rend() && !target; ++it) {
+    if (!object.empty() && it->object == object) target = &*it;
+  }
+  if (!target && object.empty() && !found.empty()) target = &found.back();
+  if (!target) return false;
+  FitRecord& r = target->record;
+  const bool agrees = std::fabs(r.logLik - ll.value.value) <= r.logLikHalfUnit + ll.value.halfUnit + 1e-9;
+  if (r.k == ll.df && agrees) {
+    r.logLik = ll.value.value;
+    r.logLikHalfUnit = ll.value.halfUnit;
+    r.derivation += "; logLik from logLik() on line " + std::to_string(line);
+    return true;
+  }
+  if (object.empty()) return false;
+  r.warnings.push_back("logLik(" + object + ") on line " + std::to_string(line) + " gives " + Shown(ll.value.value) +
+                       " (df=" + Shown(ll.df) + "), but the summary gives logLik " + Shown(r.logLik) + " and K " +
+                       Shown(r.k));
+  diagnostics.Warn(r.warnings.back(), source, r.line);
+  return true;
+}
+
+std::string Collapsed(std::string_view text) {
+  std::string out;
+  for (std::string_view word : Words(text)) out.append(out.empty() ? "" : " ").append(word);
+  return out;
+}
+
+}  // namespace
+
+bool LooksLikeROutput(std::string_view text) {
+  return text.find("'log Lik.' ") != std::string_view::npos ||
+         text.find("Residual deviance:") != std::string_view::npos ||
+         text.find("mixed model fit by") != std::string_view::npos ||
+         (text.find("Models:") != std::string_view::npos && text.find("logLik") != std::string_view::npos);
+}
+
+std::vector<FitRecord> ReadROutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+  const Transcript lines = ReadTranscript(text);
+  std::vector<Found> found;
+  std::vector<std::pair<std::int64_t, std::string>> skipped;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const Piece piece = PieceAt(lines, i);
+    if (piece == Piece::None) continue;
+    std::size_t end = i + 1;
+    while (end < lines.size() && PieceAt(lines, end) == Piece::None) ++end;
+    const std::string object = PrintedObject(CommandBefore(lines, i));
+    const auto add = [&](std::optional<FitRecord> record) {
+      if (record) found.push_back({std::move(*record), object});
+    };
+    switch (piece) {
+      case Piece::Glm: add(ReadGlmSummary(lines, i, end, source, diagnostics)); break;
+      case Piece::Mixed: add(ReadMixedSummary(lines, i, end, source, diagnostics)); break;
+      case Piece::Anova:
+        for (FitRecord& r : ReadAnovaTable(lines, i, end, source, diagnostics)) found.push_back({std::move(r), {}});
+        break;
+      case Piece::Lm:
+        skipped.emplace_back(lines[i].number, "summary() of lm prints no log-likelihood; print logLik(fit) beside it");
+        break;
+      case Piece::LogLik:
+        if (const auto ll = ReadLogLikLine(lines[i].text)) {
+          if (Refine(found, object, *ll, lines[i].number, source, diagnostics)) break;
+          FitRecord r = RRecord(source, lines[i].number);
+          r.logLik = ll->value.value;
+          r.logLikHalfUnit = ll->value.halfUnit;
+          r.k = ll->df;
+          r.derivation = "K = df of logLik(); n is not printed (--n gives it)";
+          found.push_back({std::move(r), object});
+          found.back().record.model = object;
+        }
+        break;
+      case Piece::None: break;
+    }
+    i = end - 1;
+  }
+  for (Found& f : found) {
+    FitRecord& r = f.record;
+    if (r.model.empty()) r.model = f.object.empty() ? FileStem(source) : f.object;
+  }
+  // anova() prints no n; a summary of the same formula in the file does.
+  for (Found& f : found) {
+    FitRecord& r = f.record;
+    if (!std::isnan(r.n)) continue;
+    for (const Found& other : found) {
+      if (!std::isnan(other.record.n) && Collapsed(other.record.model) == Collapsed(r.model)) {
+        r.n = other.record.n;
+        AddStep(r.derivation, "n from the summary of the same formula on line " + std::to_string(other.record.line));
+        break;
+      }
+    }
+  }
+  std::vector<FitRecord> records;
+  records.reserve(found.size());
+  for (Found& f : found) records.push_back(std::move(f.record));
+  if (records.empty()) {
+    std::string why = source + ": R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
+                      "anova() of fits, logLik())";
+    for (const auto& [line, s] : skipped) why += "; line " + std::to_string(line) + ": " + s;
+    throw DataError(why);
+  }
+  for (const auto& [line, s] : skipped) diagnostics.Note(s, source, line);
+  return records;
+}
+
+}  // namespace drav::selection::fits

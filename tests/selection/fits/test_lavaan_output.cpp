@@ -1,0 +1,62 @@
+// lavaan's summary(fit, fit.measures = TRUE) as lavaan 0.6.14 printed it
+// (tests/golden/fits/make-samples.sh) and in release 0.5's layout: every
+// model with the numbers lavaan's own logLik(), nobs() and AIC() give.
+#include "selection/fits/lavaan_output.hpp"
+
+#include <gtest/gtest.h>
+
+#include "selection/errors.hpp"
+#include "selection/fits/r_output.hpp"
+#include "tests/selection/fits/expected_fit.hpp"
+#include "tests/selection/fits/sample_file.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+using testing_support::ExpectedFit;
+constexpr double NA = kUnknown;
+
+class LavaanSample : public ::testing::TestWithParam<ExpectedFit> {};
+
+TEST_P(LavaanSample, ReadsTheFitAsLavaanComputesIt) {
+  const std::string text = testing_support::SampleText(GetParam().file);
+  ASSERT_TRUE(LooksLikeLavaanOutput(text));
+  Diagnostics diagnostics;
+  testing_support::ExpectFit(ReadLavaanOutput(text, GetParam().file, diagnostics), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Samples, LavaanSample,
+    ::testing::Values(
+        ExpectedFit{"Ml", "lavaan/two-models.txt", 0, "two-models (1)", 1, -3737.744927, 21, 301, 7517.49},
+        // MLR: two columns, the first read; K = 21 parameters less 1 equality constraint.
+        ExpectedFit{"MlrWithEqualityConstraint", "lavaan/two-models.txt", 1, "two-models (2)", 91, -3739.077421, 20, 301,
+                    7518.155},
+        // Two groups with missing rows: n is the used rows of both groups.
+        ExpectedFit{"GroupsUsedRows", "lavaan/groups-missing.txt", 0, "groups-missing", 1, -3438.505981, 60, 281,
+                    6997.012},
+        // Release 0.5: free parameters in the log-likelihood section; knitr
+        // code names the models.
+        ExpectedFit{"Release05", "lavaan/release-0.5-layout.md", 0, "fit", 9, -3737.744927, 21, 301, 7517.49},
+        ExpectedFit{"Release05Robust", "lavaan/release-0.5-layout.md", 1, "fit_mlr", 43, -3739.077421, 20, 301,
+                    7518.155}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(LavaanOutput, LeastSquaresEstimatorHasNoLikelihood) {
+  const std::string text = testing_support::SampleText("lavaan/wlsmv.txt");
+  Diagnostics diagnostics;
+  const auto records = ReadLavaanOutput(text, "wlsmv.txt", diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_EQ(records[0].kind, LikelihoodKind::None);
+  ASSERT_EQ(diagnostics.All().size(), 1u);
+  EXPECT_NE(diagnostics.All()[0].text.find("DWLS estimator fits no likelihood"), std::string::npos);
+}
+
+TEST(LavaanOutput, IsNotTakenForROutput) {
+  // lavaan's output holds nothing of R's own summaries; R's holds no lavaan.
+  EXPECT_FALSE(LooksLikeLavaanOutput(testing_support::SampleText("r/lme4-ml.txt")));
+  EXPECT_FALSE(LooksLikeROutput(testing_support::SampleText("lavaan/two-models.txt")));
+}
+
+}  // namespace
+}  // namespace drav::selection::fits

@@ -1,0 +1,84 @@
+// Mplus outputs written from the layout of its user's guide's examples
+// (tests/golden/fits/samples/mplus/README); the CFA's numbers are those
+// lavaan computes with mimic = "Mplus" for the same model.
+#include "selection/fits/mplus_output.hpp"
+
+#include <gtest/gtest.h>
+
+#include "tests/selection/fits/expected_fit.hpp"
+#include "tests/selection/fits/sample_file.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+using testing_support::ExpectedFit;
+constexpr double NA = kUnknown;
+constexpr auto ML = LikelihoodKind::ML;
+
+class MplusSample : public ::testing::TestWithParam<ExpectedFit> {};
+
+TEST_P(MplusSample, ReadsTheFittedModelOnly) {
+  const std::string text = testing_support::SampleText(GetParam().file);
+  ASSERT_TRUE(LooksLikeMplusOutput(text));
+  Diagnostics diagnostics;
+  testing_support::ExpectFit(ReadMplusOutput(text, GetParam().file, diagnostics), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Samples, MplusSample,
+    ::testing::Values(
+        ExpectedFit{"Cfa", "mplus/cfa-ml.out", 0, "Three abilities, nine tests", 1, -3737.744927, 30, 301, 7535.49},
+        // Two groups: n is the total sample size; under MLR the H0 value is
+        // the unscaled log-likelihood, as lavaan's logLik() is.
+        ExpectedFit{"GroupsMlr", "mplus/groups-mlr.out", 0, "Three abilities by school, robust", 1, -3706.323256, 48,
+                    301, 7508.647},
+        // A mixture: TECH11's and TECH14's H0 values, and the random starts'
+        // other maxima, belong to other solutions and are not read.
+        ExpectedFit{"MixtureWithTech11And14", "mplus/lca-three-classes.out", 0, "Three latent classes of six symptoms", 1,
+                    -3567.987, 20, 1000, 7175.974},
+        // Fortran's D exponents; seven digits leave logLik open by 0.5.
+        ExpectedFit{"FortranExponents", "mplus/large-sample.out", 0, "One factor, a register's worth of rows", 1,
+                    -4127713, 12, 812344, 8255450, ML, 0.5}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+struct Refused {
+  const char* name;
+  std::string file;
+  std::string why;
+};
+
+class MplusWithoutLikelihood : public ::testing::TestWithParam<Refused> {};
+
+// Estimators without a likelihood and runs that did not end normally give
+// a record that cannot be ranked, saying why.
+TEST_P(MplusWithoutLikelihood, SaysWhy) {
+  Diagnostics diagnostics;
+  const auto records = ReadMplusOutput(testing_support::SampleText(GetParam().file), GetParam().file, diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_EQ(records[0].kind, LikelihoodKind::None);
+  EXPECT_TRUE(std::isnan(records[0].logLik));
+  ASSERT_FALSE(records[0].warnings.empty());
+  EXPECT_NE(records[0].warnings.back().find(GetParam().why), std::string::npos) << records[0].warnings.back();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Samples, MplusWithoutLikelihood,
+    ::testing::Values(Refused{"Wlsmv", "mplus/wlsmv.out", "WLSMV estimator gives no maximised likelihood"},
+                      Refused{"Bayes", "mplus/bayes.out", "BAYES estimator gives no maximised likelihood"},
+                      Refused{"NotTerminated", "mplus/not-terminated.out",
+                              "DID NOT TERMINATE NORMALLY DUE TO A NON-ZERO DERIVATIVE OF THE OBSERVED-DATA LOGLIKELIHOOD."}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(MplusOutput, RunsOneAfterAnotherAreModelsOfTheirOwn) {
+  const std::string text =
+      testing_support::SampleText("mplus/cfa-ml.out") + testing_support::SampleText("mplus/lca-three-classes.out");
+  Diagnostics diagnostics;
+  const auto records = ReadMplusOutput(text, "both.out", diagnostics);
+  ASSERT_EQ(records.size(), 2u);
+  EXPECT_EQ(records[0].k, 30);
+  EXPECT_EQ(records[1].model, "Three latent classes of six symptoms");
+  EXPECT_EQ(records[1].n, 1000);
+}
+
+}  // namespace
+}  // namespace drav::selection::fits

@@ -1,0 +1,120 @@
+#include "tools/fits_command.hpp"
+
+#include <cmath>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "selection/errors.hpp"
+#include "selection/fits/fit_candidates.hpp"
+#include "selection/fits/fits_layout.hpp"
+#include "selection/number_text.hpp"
+#include "tools/exit_status.hpp"
+#include "tools/fit_inputs.hpp"
+#include "tools/table_output.hpp"
+#include "tools/trouble.hpp"
+
+namespace drav::cli {
+namespace {
+
+namespace sel = drav::selection;
+namespace fits = drav::selection::fits;
+
+struct FitsOptions {
+  std::vector<std::string> files;
+  std::string modelNames;
+  std::string n;  // --n N for outputs that print none
+  bool verbose = false;
+  bool strict = false;
+  bool help = false;
+  OutputFormat format = OutputFormat::Text;
+  std::optional<int> digits;
+};
+
+FitsOptions Parse(int argc, char** argv) {
+  FitsOptions options;
+  bool optionsEnded = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view arg = argv[i];
+    if (optionsEnded || arg == "-" || !arg.starts_with("--")) {
+      options.files.emplace_back(arg);
+      continue;
+    }
+    if (arg == "--") {
+      optionsEnded = true;
+    } else if (arg == "--help") {
+      options.help = true;
+      return options;
+    } else if (arg == "--verbose") {
+      options.verbose = true;
+    } else if (arg == "--strict") {
+      options.strict = true;
+    } else {
+      std::string_view name = arg;
+      std::string_view value;
+      if (const auto equals = arg.find('='); equals != std::string_view::npos) {
+        name = arg.substr(0, equals);
+        value = arg.substr(equals + 1);
+      } else if (i + 1 < argc) {
+        value = argv[++i];
+      }
+      if (value.empty()) throw sel::UsageError(std::string(name) + " needs a value");
+      if (name == "--model-names") {
+        options.modelNames = value;
+      } else if (name == "--n") {
+        options.n = value;
+      } else if (name == "--format" || name == "--digits") {
+        // The table's own parser knows these values and their messages.
+        std::string nameText(name), valueText(value), command("table"), file("-");
+        char* args[] = {command.data(), nameText.data(), valueText.data(), file.data()};
+        const SelectionOptions parsed = ParseSelectionOptions(4, args);
+        if (parsed.format == OutputFormat::Svg) throw sel::UsageError("--format svg draws a ranking; fits lists");
+        if (name == "--format") options.format = parsed.format;
+        else options.digits = parsed.digits;
+      } else {
+        throw sel::UsageError("unknown option " + std::string(name) + " for fits");
+      }
+    }
+  }
+  if (options.files.empty()) throw sel::UsageError("no FILE given (- reads standard input)");
+  return options;
+}
+
+}  // namespace
+
+sel::CandidateTable LoadFitCandidates(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
+  std::vector<fits::FitRecord> records = ReadFitFiles(options.fitFiles, options.modelNames, diagnostics);
+  sel::CandidateTable table = fits::CandidatesFromFits(records, options.load, diagnostics);
+  if (options.verbose) {
+    for (const fits::FitRecord& r : records) {
+      if (!r.derivation.empty()) diagnostics.Note("'" + r.model + "': " + r.derivation, r.source, r.line);
+    }
+  }
+  return table;
+}
+
+int RunFitsCommand(int argc, char** argv) {
+  return RunReporting("fits", [argc, argv](std::optional<sel::Diagnostics>& diagnostics) {
+    const FitsOptions options = Parse(argc, argv);
+    if (options.help) {
+      WriteOut(FitsHelp());
+      FinishOutput();
+      return Code(ExitStatus::Done);
+    }
+    diagnostics.emplace(options.strict);
+    std::vector<fits::FitRecord> records = ReadFitFiles(options.files, options.modelNames, *diagnostics);
+    if (!options.n.empty()) {
+      const auto n = sel::ParseNumber(options.n, false);
+      if (!n || *n <= 0) throw sel::UsageError("--n is the number of observations, not '" + options.n + "'");
+      for (fits::FitRecord& r : records) {
+        if (std::isnan(r.n)) r.n = *n;
+      }
+    }
+    Tell(*diagnostics);
+    WriteTable(fits::FitsLayout(records, options.verbose), options.format, options.digits);
+    return Code(ExitStatus::Done);
+  });
+}
+
+}  // namespace drav::cli

@@ -1,0 +1,75 @@
+#include "selection/fits/output_readers.hpp"
+#include "tools/exit_status.hpp"
+#include "tools/fits_command.hpp"
+
+namespace drav::cli {
+
+std::string FitsHelp() {
+  return R"(Usage: drav-report fits [OPTIONS] FILE...
+       drav-report table --fits [OPTIONS] FILE...
+
+fits reads what statistics programs printed, one file or more (- is
+standard input; a quoted pattern such as 'runs/*.out' is expanded), each
+holding one fitted model or several, and lists every model found: its
+name, source file and line, program, log-likelihood, K, n, the AIC and BIC
+as the program printed them, the kind of likelihood and what is amiss.
+table --fits ranks the same models as drav-report table ranks a table's,
+with its options (--criterion, --level, --top, --delta-max, --format, ...).
+
+A model's name is the output's own: an R formula, an Mplus TITLE; else the
+file's name without its extension, numbered where a file holds several.
+
+What each program must print; the programs are tried in this order:
+)" + selection::fits::KnownPrograms() + R"(.
+  Mplus        the .out file. K is "Number of Free Parameters", logLik the
+               "H0 Value" (unscaled also under MLR, as Mplus's AIC is), n
+               "Number of observations" or the groups' "Total sample size".
+               TECH11/TECH14 values belong to other models and are not read.
+               WLSMV, BAYES, imputation averages and runs that did not
+               terminate normally have no likelihood: refused, saying why.
+  lavaan       summary(fit, fit.measures = TRUE). K = model (free)
+               parameters less equality constraints; n = observations used,
+               groups added up; of a robust run's two columns the first.
+  statsmodels  print(results.summary()), also inside a notebook (.ipynb).
+               K = No. Observations - Df Residuals (Df Model leaves out the
+               constant), + 1 for the variance of OLS, WLS and GLS, whose
+               printed AIC leaves it out (2 below R's), + 1 for the scale
+               of a Gamma or inverse Gaussian GLM. Log-likelihoods come to
+               5 significant digits; models without an AIC get it from them.
+  R            summary() of glm: n = residual df + coefficients, K =
+               coefficients (aliased ones not), + 1 for the dispersion of
+               gaussian, Gamma and inverse.gaussian, + 1 for glm.nb's theta,
+               logLik = K - AIC/2 (rows deleted for missingness are not in
+               n; quasi families have no likelihood). summary() or print()
+               of lmer/glmer: K = n - df.resid; a REML fit gives its REML
+               criterion, K counted from its effects, and is never ranked
+               beside ML fits. anova() of several fits: npar and logLik of
+               each row. logLik(): K from df, n from --n. Console prompts,
+               [1], knitr's "## " and Rscript's plain output all read.
+
+Where K, n or logLik are derived, --verbose shows how (a column in fits, a
+note per model in table --fits).
+
+Never a wrong ranking without a word: models of different kinds of
+likelihood (ML, REML, pseudo, constants dropped, scaled) or different n, or
+from programs whose AICs count parameters differently, are warned of with
+both models named (refused under --strict); REML beside ML, and a model
+without a likelihood, are refused. A printed AIC that disagrees with logLik
+and K is warned of, and two models whose criteria differ by less than the
+printed digits can tell are noted.
+
+Options:
+  --model-names NFILE  name the models from NFILE, one name a line, in the
+                 order fits lists them
+  --n N          the n of models whose output prints none (logLik(), anova())
+  --verbose      how K, n and logLik were found
+  --strict       warnings are errors
+  --format F     text (default), csv, tsv, markdown, latex or json
+  --digits N     decimals in text, markdown and latex
+
+Example: drav-report table --fits --criterion aic runs/*.out
+
+)" + ExitStatusHelp();
+}
+
+}  // namespace drav::cli

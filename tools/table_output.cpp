@@ -1,0 +1,40 @@
+#include "tools/table_output.hpp"
+
+#include <cerrno>
+#include <cstdio>
+
+#include "selection/delimited_writer.hpp"
+#include "selection/json_writer.hpp"
+#include "selection/latex_writer.hpp"
+#include "selection/markdown_writer.hpp"
+#include "selection/output_buffer.hpp"
+#include "selection/svg_chart_writer.hpp"
+#include "selection/text_writer.hpp"
+
+namespace drav::cli {
+
+namespace sel = drav::selection;
+
+void WriteOut(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) throw WriteFailure(errno);
+}
+
+void FinishOutput() {
+  if (std::fflush(stdout) != 0) throw WriteFailure(errno);
+}
+
+void WriteTable(const sel::OutputTable& layout, OutputFormat format, std::optional<int> digits, unsigned threads) {
+  sel::OutputBuffer out(WriteOut, threads);
+  switch (format) {
+    case OutputFormat::Text: sel::WriteText(layout, digits, out); break;
+    case OutputFormat::Csv: sel::WriteDelimited(layout, ',', out); break;
+    case OutputFormat::Tsv: sel::WriteDelimited(layout, '\t', out); break;
+    case OutputFormat::Markdown: sel::WriteMarkdown(layout, digits, out); break;
+    case OutputFormat::Latex: sel::WriteLatex(layout, digits, out); break;
+    case OutputFormat::Json: sel::WriteJson(layout, out); break;
+    case OutputFormat::Svg: sel::WriteSvg(layout, out); break;
+  }
+  FinishOutput();
+}
+
+}  // namespace drav::cli

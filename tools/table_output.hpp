@@ -1,0 +1,27 @@
+#pragma once
+// Standard output of the command forms: tables in the format the user chose,
+// and a write that fails (a full disk) told as a failure of the output.
+#include <optional>
+#include <string_view>
+
+#include "analysis/runtime_exception.hpp"
+#include "selection/output_table.hpp"
+#include "tools/selection_options.hpp"
+
+namespace drav::cli {
+
+// A write to standard output failed: the output, not the input, is to blame.
+class WriteFailure : public IOException {
+ public:
+  explicit WriteFailure(int errorNumber) : IOException("standard output", errorNumber) {}
+};
+
+// Throw WriteFailure.
+void WriteOut(std::string_view text);
+void FinishOutput();
+
+// The table in `format`; `threads` may share the formatting.
+void WriteTable(const selection::OutputTable& layout, OutputFormat format, std::optional<int> digits,
+                unsigned threads = 1);
+
+}  // namespace drav::cli

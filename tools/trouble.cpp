@@ -1,0 +1,49 @@
+#include "tools/trouble.hpp"
+
+#include <cstdio>
+#include <new>
+#include <string>
+
+#include "selection/errors.hpp"
+#include "tools/exit_status.hpp"
+#include "tools/table_output.hpp"
+
+namespace drav::cli {
+
+namespace sel = drav::selection;
+
+void Tell(const sel::Diagnostics& diagnostics) {
+  for (const sel::Diagnostic& d : diagnostics.All()) {
+    const char* kind = d.severity == sel::Severity::Note ? "note: " : "warning: ";
+    std::fprintf(stderr, "drav-report: %s%s\n", kind, sel::Describe(d).c_str());
+  }
+}
+
+int RunReporting(std::string_view command,
+                 const std::function<int(std::optional<sel::Diagnostics>& diagnostics)>& body) {
+  std::optional<sel::Diagnostics> diagnostics;
+  const auto fail = [&diagnostics](ExitStatus status, const std::string& message) {
+    if (diagnostics) Tell(*diagnostics);
+    std::fprintf(stderr, "drav-report: %s\n", message.c_str());
+    return Code(status);
+  };
+  try {
+    return body(diagnostics);
+  } catch (const sel::UsageError& error) {
+    fail(ExitStatus::BadUsage, error.what());
+    const std::string form(command);
+    std::fprintf(stderr, "Usage: drav-report %s [OPTIONS] FILE%s (drav-report %s --help for more)\n", form.c_str(),
+                 command == "fits" ? "..." : "|-", form.c_str());
+    return Code(ExitStatus::BadUsage);
+  } catch (const WriteFailure& failure) {
+    return fail(ExitStatus::Unwritable, "cannot write the output: " + failure.Reason());
+  } catch (const IOException& error) {
+    return fail(ExitStatus::Unreadable, error.Path() + ": " + error.Reason());
+  } catch (const sel::DataError& error) {
+    return fail(ExitStatus::BadData, error.what());
+  } catch (const std::bad_alloc&) {
+    return fail(ExitStatus::OutOfMemory, "out of memory: the input is too large for this machine's memory");
+  }
+}
+
+}  // namespace drav::cli
