@@ -51,14 +51,7 @@ FitsOptions Parse(int argc, char** argv) {
     } else if (arg == "--strict") {
       options.strict = true;
     } else {
-      std::string_view name = arg;
-      std::string_view value;
-      if (const auto equals = arg.find('='); equals != std::string_view::npos) {
-        name = arg.substr(0, equals);
-        value = arg.substr(equals + 1);
-      } else if (i + 1 < argc) {
-        value = argv[++i];
-      }
+      const auto [name, value] = OptionWithValue(argc, argv, i);
       if (value.empty()) throw sel::UsageError(std::string(name) + " needs a value");
       if (name == "--model-names") {
         options.modelNames = value;

@@ -28,6 +28,15 @@ double PositiveNumber(std::string_view option, std::string_view text) {
 
 }  // namespace
 
+std::pair<std::string_view, std::string_view> OptionWithValue(int argc, char** argv, int& i) {
+  const std::string_view arg = argv[i];
+  if (const auto equals = arg.find('='); equals != std::string_view::npos) {
+    return {arg.substr(0, equals), arg.substr(equals + 1)};
+  }
+  if (i + 1 < argc) return {arg, argv[++i]};
+  throw UsageError(std::string(arg) + " needs a value");
+}
+
 SelectionOptions ParseSelectionOptions(int argc, char** argv) {
   SelectionOptions options;
   options.average = std::string_view(argv[0]) == "average";
@@ -69,17 +78,8 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       options.allTerms = true;
       continue;
     }
-    // Every other option takes a value, as --name VALUE or --name=VALUE.
-    std::string_view name = arg;
-    std::string_view value;
-    if (const auto equals = arg.find('='); equals != std::string_view::npos) {
-      name = arg.substr(0, equals);
-      value = arg.substr(equals + 1);
-    } else if (i + 1 < argc) {
-      value = argv[++i];
-    } else {
-      throw UsageError(std::string(arg) + " needs a value");
-    }
+    // Every other option takes a value.
+    const auto [name, value] = OptionWithValue(argc, argv, i);
     if (value.empty()) throw UsageError(std::string(name) + " needs a value");
     if (name == "--criterion") {
       options.load.criterion = selection::CriterionNamed(value);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "selection/candidates.hpp"
@@ -35,6 +36,11 @@ struct SelectionOptions {
   std::string modelNames;  // --model-names FILE: the models' names, one a line
   bool verbose = false;    // --verbose: how K, n and logLik were found
 };
+
+// An option that takes a value, as --name VALUE or --name=VALUE: its name
+// and value, `i` moved past a value given apart. Throws UsageError where
+// none follows.
+std::pair<std::string_view, std::string_view> OptionWithValue(int argc, char** argv, int& i);
 
 // argv[0] is the subcommand. Throws selection::UsageError, its message
 // saying what is wrong with the command line.

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "analysis/utf8.hpp"
 #include "selection/errors.hpp"
 #include "selection/fits/printed_text.hpp"
 
@@ -92,23 +93,6 @@ class Parser {
     at_ += 4;
     return code;
   }
-  static void AppendUtf8(std::string& out, unsigned code) {
-    if (code < 0x80) {
-      out += static_cast<char>(code);
-    } else if (code < 0x800) {
-      out += static_cast<char>(0xC0 | (code >> 6));
-      out += static_cast<char>(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-      out += static_cast<char>(0xE0 | (code >> 12));
-      out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-      out += static_cast<char>(0xF0 | (code >> 18));
-      out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (code & 0x3F));
-    }
-  }
   std::string String() {
     if (at_ >= text_.size() || text_[at_] != '"') Fail("lacks a string where one belongs");
     ++at_;
@@ -133,7 +117,7 @@ class Parser {
             at_ += 2;
             code = 0x10000 + ((code - 0xD800) << 10) + (Hex4() - 0xDC00);
           }
-          AppendUtf8(out, code);
+          utf8::Append(out, code);
           break;
         }
         default: out += e;  // \" \\ \/
