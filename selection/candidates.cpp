@@ -18,6 +18,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   std::vector<std::string> header = reader.Header();
   const bool rowNames = AlignHeader(header, reader.Fields());
   RowReader rows(reader, header, rowNames, options, diagnostics);
+  if (options.readAhead) reader.ReadAhead();
   if (options.observer) options.observer->Start(header, rows.Roles());
   table.criterion = rows.Chosen();
   table.chat = rows.Chat();

@@ -30,6 +30,10 @@ struct LoadOptions {
   // An endless input of valid rows (`yes m,1`) would fill the memory; a
   // table takes about 130 bytes a model, so twenty million take 2.6 GB.
   std::size_t maxModels = 20'000'000;
+  // Read and split the records on a second thread while this one makes
+  // models of them. Only for a file that ends (a regular file): a reader
+  // waiting on a quiet pipe would keep a refusal from being told.
+  bool readAhead = false;
   // Shown the header and every record as the models are read, for what
   // else the rows hold (the terms of a wide coefficient table); none: nothing.
   RowObserver* observer = nullptr;

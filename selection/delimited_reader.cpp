@@ -114,7 +114,69 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, Diagnostics&
   header_.assign(fields_.begin(), fields_.end());
 }
 
-bool DelimitedReader::Next() {
+DelimitedReader::~DelimitedReader() {
+  if (!ahead_) return;
+  ahead_->Stop();
+  reading_.join();
+}
+
+void DelimitedReader::ReadAhead() {
+  if (ahead_) return;
+  // The current record stays current: it becomes the one handed out of a
+  // first batch of its own.
+  batch_ = RecordBatch();
+  batch_.Add(fields_, recordLine_);
+  nextInBatch_ = 0;
+  NextAhead();
+  ahead_ = std::make_unique<RecordBatches>();
+  // What the reading thread needs is this reader's own state, which Next
+  // no longer touches; the thread is gone before the reader is.
+  reading_ = std::thread([this] {
+    for (;;) {
+      RecordBatch batch;
+      try {
+        while (batch.Records() < RecordBatches::kRecords && batch.bytes.size() < RecordBatches::kBytes) {
+          if (!ReadRecord()) {
+            batch.last = true;
+            break;
+          }
+          batch.Add(fields_, recordLine_);
+        }
+      } catch (...) {
+        batch.error = std::current_exception();
+        batch.last = true;
+      }
+      const bool last = batch.last;
+      if (!ahead_->Push(std::move(batch)) || last) return;
+    }
+  });
+}
+
+bool DelimitedReader::Next() { return ahead_ ? NextAhead() : ReadRecord(); }
+
+bool DelimitedReader::NextAhead() {
+  while (nextInBatch_ == batch_.Records()) {
+    if (batch_.last) {
+      if (batch_.error) std::rethrow_exception(batch_.error);
+      aheadFields_.clear();
+      return false;
+    }
+    batch_ = ahead_->Pop();
+    nextInBatch_ = 0;
+  }
+  const std::size_t r = nextInBatch_++;
+  const std::uint32_t firstField = r == 0 ? 0 : batch_.recordEnds[r - 1];
+  std::uint32_t start = firstField == 0 ? 0 : batch_.fieldEnds[firstField - 1];
+  aheadFields_.clear();
+  for (std::uint32_t f = firstField; f < batch_.recordEnds[r]; ++f) {
+    aheadFields_.emplace_back(batch_.bytes.data() + start, batch_.fieldEnds[f] - start);
+    start = batch_.fieldEnds[f];
+  }
+  aheadLine_ = batch_.lines[r];
+  return true;
+}
+
+bool DelimitedReader::ReadRecord() {
   std::size_t end = 0;
   std::size_t next = 0;
   while (FindRecord(end, next)) {

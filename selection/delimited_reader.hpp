@@ -21,10 +21,12 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "analysis/utf16_decoder.hpp"
 #include "selection/diagnostics.hpp"
+#include "selection/record_batches.hpp"
 
 namespace drav::selection {
 
@@ -57,6 +59,9 @@ class DelimitedReader {
   // reading it as Windows-1252, goes to `diagnostics` as a note.
   DelimitedReader(std::FILE* file, std::string name, Diagnostics& diagnostics, ReadLimits limits = {},
                   InputEncoding encoding = InputEncoding::Detect);
+  ~DelimitedReader();
+  DelimitedReader(const DelimitedReader&) = delete;
+  DelimitedReader& operator=(const DelimitedReader&) = delete;
 
   const std::string& Name() const { return name_; }
   // The header's fields, unquoted, in file order.
@@ -66,13 +71,23 @@ class DelimitedReader {
   // Moves to the next record that is not blank; false at the end of input.
   bool Next();
   // The current record's fields; valid until the next call of Next.
-  std::span<const std::string_view> Fields() const { return fields_; }
+  std::span<const std::string_view> Fields() const { return ahead_ ? std::span(aheadFields_) : std::span(fields_); }
   // The line (from 1) on which the current record starts.
-  std::int64_t Line() const { return recordLine_; }
+  std::int64_t Line() const { return ahead_ ? aheadLine_ : recordLine_; }
+
+  // From the next record on, reads and splits on a second thread, a few
+  // batches ahead of Next, which then only hands out what was read. What
+  // the reader notes while reading ahead goes to the diagnostics from that
+  // thread: touch them from no other until Next has said the end, or the
+  // reader is gone. The records and errors are those of reading on one
+  // thread, in the same order.
+  void ReadAhead();
 
  private:
   enum class Decoding { Ascii, Utf8, Windows1252, Utf16 };
 
+  bool ReadRecord();
+  bool NextAhead();
   bool FindRecord(std::size_t& end, std::size_t& next);
   bool Refill();
   void ReadChunk(std::string& into);
@@ -100,6 +115,14 @@ class DelimitedReader {
   std::int64_t nextLine_ = 1;
   std::int64_t recordLine_ = 0;
   Diagnostics& diagnostics_;
+  // While reading ahead: the batches, the thread that fills them, and the
+  // record of the current batch that Next handed out.
+  std::unique_ptr<RecordBatches> ahead_;
+  std::thread reading_;
+  RecordBatch batch_;
+  std::size_t nextInBatch_ = 0;
+  std::vector<std::string_view> aheadFields_;
+  std::int64_t aheadLine_ = 0;
 };
 
 }  // namespace drav::selection
