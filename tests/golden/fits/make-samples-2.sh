@@ -1,0 +1,11 @@
+#!/bin/bash
+# Writes the sample outputs of MARK, Stata, SAS and SPSS that the readers'
+# unit tests read, and beside each the numbers R computes for the same fits
+# (NAME.expected), so that the tests hold every number a reader yields to R
+# without needing R themselves. Run it again after changing a generator and
+# commit what it writes.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+for program in mark; do
+  Rscript --vanilla "$here/$program-samples.R" "$here"
+done
