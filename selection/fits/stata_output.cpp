@@ -1,0 +1,276 @@
+#include "selection/fits/stata_output.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <optional>
+
+#include "selection/fits/fit_refusal.hpp"
+#include "selection/fits/model_names.hpp"
+#include "selection/fits/printed_text.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+struct LogLine {
+  std::string text;
+  std::int64_t number = 0;
+};
+
+// A text log wraps every line longer than the line size, going on after
+// "> " on the next; the break falls anywhere, inside a number too, so the
+// pieces are joined as they stand.
+std::vector<LogLine> JoinContinuations(std::string_view text) {
+  std::vector<LogLine> lines;
+  for (const auto& line : SplitLines(text)) {
+    if (line.text.starts_with("> ") && !lines.empty()) {
+      lines.back().text += line.text.substr(2);
+    } else {
+      lines.push_back({std::string(line.text), line.number});
+    }
+  }
+  return lines;
+}
+
+// One estimation as the log shows it.
+struct Fit {
+  std::int64_t line = 0;  // its command
+  std::int64_t likelihoodLine = 0;
+  bool pseudo = false;
+  bool restricted = false;
+  std::string name;  // as `estimates store` gave it
+};
+
+// One row of an information-criteria table.
+struct Row {
+  std::string name;  // "." for the estimates in memory
+  std::int64_t line = 0;
+  int fit = -1;      // the fit in memory when the table was made
+  double n = 0, llNull = kUnknown, ll = 0, df = 0, aic = 0, bic = 0;
+};
+
+std::string StoredName(std::string_view word) {
+  while (!word.empty() && (word.back() == ',' || word.back() == ':')) word.remove_suffix(1);
+  return std::string(word);
+}
+
+class StataReader {
+ public:
+  StataReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+
+  std::vector<FitRecord> Read(std::string_view text) {
+    if (Trim(text.substr(0, 64)).starts_with("{smcl}")) {
+      Refuse(source_, 1,
+             "this is a SMCL log; Drav reads Stata's text logs: 'translate " + FileStem(source_) + ".smcl " +
+                 FileStem(source_) + ".log' makes one, or 'log using FILE, text' writes one");
+    }
+    const auto lines = JoinContinuations(text);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      const std::string_view line = lines[i].text;
+      if (line.starts_with(". ")) {
+        TakeCommand(Trim(line.substr(2)), lines[i].number);
+      } else if (line.find("ll(null)") != std::string_view::npos && line.find("ll(model)") != std::string_view::npos) {
+        i = TakeTable(lines, i);
+      } else {
+        TakeFitText(Trim(line), lines[i].number);
+      }
+    }
+    return Records();
+  }
+
+ private:
+  void TakeCommand(std::string_view command, std::int64_t number) {
+    const auto words = Words(command);
+    commandLine_ = number;
+    if (words.empty()) return;
+    const std::string_view verb = words[0];
+    const bool estimates = verb.size() >= 3 && std::string_view("estimates").starts_with(verb);
+    if (estimates && words.size() >= 3 && words[1].starts_with("sto")) return Store(StoredName(words[2]));
+    if (verb == "eststo" && words.size() >= 2) return Store(StoredName(words[1]));
+    if (estimates && words.size() >= 3 && words[1].starts_with("res")) {
+      const auto stored = stored_.find(StoredName(words[2]));
+      if (stored != stored_.end()) current_ = stored->second;
+    }
+  }
+
+  void Store(const std::string& name) {
+    if (current_ < 0) return;
+    fits_[static_cast<std::size_t>(current_)].name = name;
+    stored_[name] = current_;
+  }
+
+  // The header of an estimation names its likelihood; the first such line
+  // after a command makes that command a fit.
+  void TakeFitText(std::string_view line, std::int64_t number) {
+    const bool pseudo = line.starts_with("Log pseudolikelihood") || line.starts_with("Log pseudo-likelihood");
+    const bool restricted = line.starts_with("Log restricted-likelihood");
+    const bool likelihood = pseudo || restricted || line.starts_with("Log likelihood");
+    const std::size_t obs = line.find("Number of obs");
+    const bool header = obs != std::string_view::npos && obs + 13 < line.size() &&
+                        (line[obs + 13] == ' ' || line[obs + 13] == '=');
+    if (!likelihood && !header) return;
+    if (fitCommandLine_ != commandLine_) {
+      fitCommandLine_ = commandLine_;
+      fits_.push_back({commandLine_, 0, false, false, {}});
+      current_ = static_cast<int>(fits_.size()) - 1;
+    }
+    Fit& fit = fits_.back();
+    if (likelihood) {
+      fit.pseudo = pseudo;
+      fit.restricted = restricted;
+      fit.likelihoodLine = number;
+    }
+  }
+
+  std::size_t TakeTable(const std::vector<LogLine>& lines, std::size_t header) {
+    std::size_t i = header + 1;
+    while (i < lines.size() && lines[i].text.find('+') == std::string::npos) ++i;  // the rule under the header
+    for (++i; i < lines.size(); ++i) {
+      const std::string_view line = lines[i].text;
+      const std::size_t bar = line.find('|');
+      if (bar == std::string_view::npos) break;  // the closing rule
+      TakeRow(line, bar, lines[i].number);
+    }
+    return i;
+  }
+
+  void TakeRow(std::string_view line, std::size_t bar, std::int64_t number) {
+    const auto cells = Words(line.substr(bar + 1));
+    Row row;
+    row.name = std::string(Trim(line.substr(0, bar)));
+    row.line = number;
+    row.fit = current_;
+    const auto read = [&](std::size_t i) -> std::optional<double> {
+      if (i >= cells.size()) return std::nullopt;
+      const auto value = ReadGrouped(cells[i], ',');
+      return value ? std::optional<double>(value->value) : std::nullopt;
+    };
+    const auto n = read(0), ll = read(2), df = read(3), aic = read(4), bic = read(5);
+    if (cells.size() != 6 || !n || !ll || !df || !aic || !bic) {
+      Refuse(source_, number,
+             "Stata's row for '" + row.name + "' does not hold N, ll(null), ll(model), df, AIC and BIC as numbers" +
+                 (ll || cells.size() != 6 ? std::string() : ": without ll(model) it cannot be ranked"));
+    }
+    row.n = *n;
+    row.ll = *ll;
+    row.df = *df;
+    row.aic = *aic;
+    row.bic = *bic;
+    if (const auto llNull = read(1)) row.llNull = *llNull;
+    rows_.push_back(std::move(row));
+  }
+
+  // Stata shortens a long name to its first letters, "~" and its last
+  // (weight_and~r); the stored names in the log tell which it was.
+  std::string Expand(const Row& row) {
+    const std::size_t tilde = row.name.find('~');
+    if (tilde == std::string::npos) return row.name;
+    const std::string_view prefix = std::string_view(row.name).substr(0, tilde);
+    const std::string_view suffix = std::string_view(row.name).substr(tilde + 1);
+    std::vector<std::string> matches;
+    for (const auto& [name, fit] : stored_) {
+      if (name.size() >= row.name.size() && name.starts_with(prefix) && name.ends_with(suffix)) matches.push_back(name);
+    }
+    if (matches.size() == 1) return matches[0];
+    diagnostics_.Warn("Stata shortened the name '" + row.name + "' and the log stores " +
+                          (matches.empty() ? std::string("no model") : std::to_string(matches.size()) + " models") +
+                          " it could stand for: which fit it is, and whether its likelihood is a pseudolikelihood, "
+                          "cannot be told",
+                      source_, row.line);
+    return row.name;
+  }
+
+  std::vector<FitRecord> Records() {
+    std::vector<FitRecord> records;
+    std::map<std::string, std::size_t> named;  // a model listed again (estat ic, then estimates stats)
+    std::map<int, std::size_t> unnamed;  // by fit: estat ic typed twice after one fit
+    for (const Row& row : rows_) {
+      int fitIndex = row.fit;
+      std::string name = row.name;
+      if (name == ".") {
+        if (fitIndex >= 0 && !fits_[static_cast<std::size_t>(fitIndex)].name.empty()) {
+          name = fits_[static_cast<std::size_t>(fitIndex)].name;
+        }
+      } else {
+        name = Expand(row);
+        const auto stored = stored_.find(name);
+        fitIndex = stored == stored_.end() ? -1 : stored->second;
+      }
+      const Fit* fit = fitIndex >= 0 ? &fits_[static_cast<std::size_t>(fitIndex)] : nullptr;
+      FitRecord record = Record(row, fit, name);
+      if (name == ".") {
+        record.model = FileStem(source_);
+        if (fitIndex >= 0 && unnamed.contains(fitIndex)) continue;
+        if (fitIndex >= 0) unnamed[fitIndex] = records.size();
+        records.push_back(std::move(record));
+        continue;
+      }
+      const auto seen = named.find(name);
+      if (seen == named.end()) {
+        named[name] = records.size();
+        records.push_back(std::move(record));
+        continue;
+      }
+      FitRecord& earlier = records[seen->second];
+      if (earlier.logLik != record.logLik || earlier.k != record.k || earlier.n != record.n) {
+        diagnostics_.Warn("model '" + name + "' is listed again with other numbers than on line " +
+                              std::to_string(earlier.line) + "; the later are read",
+                          source_, row.line);
+        record.line = earlier.line;
+        earlier = std::move(record);
+      }
+    }
+    NumberRepeatedNames(records);
+    return records;
+  }
+
+  FitRecord Record(const Row& row, const Fit* fit, const std::string& name) {
+    const std::string label = "model '" + name + "': ";
+    if (fit && fit->pseudo) {
+      Refuse(source_, row.line,
+             label + "Stata fitted it with robust, cluster or survey weights and printed a log pseudolikelihood "
+                     "(line " + std::to_string(fit->likelihoodLine) + "); AIC and BIC made from a "
+                     "pseudolikelihood rank nothing. Refit it without vce(robust) or pweights to compare by AIC");
+    }
+    if (!fit) {
+      diagnostics_.Note(label + "the log does not show the fit behind this row, so whether its likelihood is a "
+                                "pseudolikelihood cannot be told",
+                        source_, row.line);
+    }
+    FitRecord record;
+    record.model = name;
+    record.source = source_;
+    record.line = fit ? fit->line : row.line;
+    record.program = "Stata";
+    record.logLik = row.ll;
+    record.k = row.df;
+    record.n = row.n;
+    record.aic = row.aic;
+    record.bic = row.bic;
+    record.kind = fit && fit->restricted ? LikelihoodKind::REML : LikelihoodKind::ML;
+    return record;
+  }
+
+  const std::string& source_;
+  Diagnostics& diagnostics_;
+  std::vector<Fit> fits_;
+  std::map<std::string, int> stored_;
+  std::vector<Row> rows_;
+  int current_ = -1;
+  std::int64_t commandLine_ = 0;
+  std::int64_t fitCommandLine_ = -1;
+};
+
+}  // namespace
+
+bool LooksLikeStataOutput(std::string_view text) {
+  if (Trim(text.substr(0, 64)).starts_with("{smcl}")) return true;
+  const std::string_view head = text.substr(0, 1 << 22);
+  return head.find("ll(null)") != std::string_view::npos && head.find("ll(model)") != std::string_view::npos;
+}
+
+std::vector<FitRecord> ReadStataOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+  return StataReader(source, diagnostics).Read(text);
+}
+
+}  // namespace drav::selection::fits
