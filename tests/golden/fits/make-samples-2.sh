@@ -6,6 +6,6 @@
 # commit what it writes.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-for program in mark stata sas; do
+for program in mark stata sas spss; do
   Rscript --vanilla "$here/$program-samples.R" "$here"
 done
