@@ -11,6 +11,7 @@ std::string Title(std::string_view line) {
   static const std::regex kDated(R"(\s+\d{1,2}:\d{2}\s+\w+,\s+\w+\s+\d{1,2},\s+\d{4}\s*$)");
   static const std::regex kNumbered(R"(\s{2,}\d+\s*$)");
   std::string title(Trim(line));
+  if (title.size() > 400) return title;  // no title line is this long; the regex need not walk it
   title = std::regex_replace(title, kNumbered, "");
   title = std::regex_replace(title, kDated, "");
   return std::string(Trim(title));

@@ -38,6 +38,7 @@ struct Fit {
   std::int64_t likelihoodLine = 0;
   bool pseudo = false;
   bool restricted = false;
+  bool regress = false;  // its AIC counts the coefficients, not the residual variance
   std::string name;  // as `estimates store` gave it
 };
 
@@ -84,6 +85,7 @@ class StataReader {
     commandLine_ = number;
     if (words.empty()) return;
     const std::string_view verb = words[0];
+    commandIsRegress_ = verb.size() >= 3 && std::string_view("regress").starts_with(verb);
     const bool estimates = verb.size() >= 3 && std::string_view("estimates").starts_with(verb);
     if (estimates && words.size() >= 3 && words[1].starts_with("sto")) return Store(StoredName(words[2]));
     if (verb == "eststo" && words.size() >= 2) return Store(StoredName(words[1]));
@@ -111,7 +113,7 @@ class StataReader {
     if (!likelihood && !header) return;
     if (fitCommandLine_ != commandLine_) {
       fitCommandLine_ = commandLine_;
-      fits_.push_back({commandLine_, 0, false, false, {}});
+      fits_.push_back({commandLine_, 0, false, false, commandIsRegress_, {}});
       current_ = static_cast<int>(fits_.size()) - 1;
     }
     Fit& fit = fits_.back();
@@ -122,7 +124,14 @@ class StataReader {
     }
   }
 
+  // The columns are named in the header: Obs or N, ll(null), ll(model), df,
+  // then AIC and BIC, or the AICc and CAIC that estat ic's options ask for.
   std::size_t TakeTable(const std::vector<LogLine>& lines, std::size_t header) {
+    columns_.clear();
+    const std::string_view head = lines[header].text;
+    if (const std::size_t bar = head.find('|'); bar != std::string_view::npos) {
+      for (const auto word : Words(head.substr(bar + 1))) columns_.emplace_back(word);
+    }
     std::size_t i = header + 1;
     while (i < lines.size() && lines[i].text.find('+') == std::string::npos) ++i;  // the rule under the header
     for (++i; i < lines.size(); ++i) {
@@ -140,23 +149,27 @@ class StataReader {
     row.name = std::string(Trim(line.substr(0, bar)));
     row.line = number;
     row.fit = current_;
-    const auto read = [&](std::size_t i) -> std::optional<double> {
-      if (i >= cells.size()) return std::nullopt;
-      const auto value = ReadGrouped(cells[i], ',');
-      return value ? std::optional<double>(value->value) : std::nullopt;
+    const auto read = [&](std::string_view column) -> std::optional<double> {
+      for (std::size_t i = 0; i < columns_.size() && i < cells.size(); ++i) {
+        if (columns_[i] != column) continue;
+        const auto value = ReadGrouped(cells[i], ',');
+        return value ? std::optional<double>(value->value) : std::nullopt;
+      }
+      return std::nullopt;
     };
-    const auto n = read(0), ll = read(2), df = read(3), aic = read(4), bic = read(5);
-    if (cells.size() != 6 || !n || !ll || !df || !aic || !bic) {
+    const auto n = read("N") ? read("N") : read("Obs");
+    const auto ll = read("ll(model)"), df = read("df");
+    if (cells.size() != columns_.size() || !n || !ll || !df) {
       Refuse(source_, number,
-             "Stata's row for '" + row.name + "' does not hold N, ll(null), ll(model), df, AIC and BIC as numbers" +
-                 (ll || cells.size() != 6 ? std::string() : ": without ll(model) it cannot be ranked"));
+             "Stata's row for '" + row.name + "' does not hold N, ll(model) and df as numbers under its header" +
+                 (ll || cells.size() != columns_.size() ? std::string() : ": without ll(model) it cannot be ranked"));
     }
     row.n = *n;
     row.ll = *ll;
     row.df = *df;
-    row.aic = *aic;
-    row.bic = *bic;
-    if (const auto llNull = read(1)) row.llNull = *llNull;
+    row.aic = read("AIC").value_or(kUnknown);
+    row.bic = read("BIC").value_or(kUnknown);
+    if (const auto llNull = read("ll(null)")) row.llNull = *llNull;
     rows_.push_back(std::move(row));
   }
 
@@ -248,6 +261,7 @@ class StataReader {
     record.aic = row.aic;
     record.bic = row.bic;
     record.kind = fit && fit->restricted ? LikelihoodKind::REML : LikelihoodKind::ML;
+    if (fit && fit->regress) record.counting = "Stata's AIC after regress counts the coefficients, not the residual variance";
     return record;
   }
 
@@ -256,7 +270,9 @@ class StataReader {
   std::vector<Fit> fits_;
   std::map<std::string, int> stored_;
   std::vector<Row> rows_;
+  std::vector<std::string> columns_;
   int current_ = -1;
+  bool commandIsRegress_ = false;
   std::int64_t commandLine_ = 0;
   std::int64_t fitCommandLine_ = -1;
 };

@@ -134,3 +134,42 @@ write_expected("stata-diamonds.expected", expected)
 robust <- glm(am ~ wt + hp, binomial, mtcars)
 write_sample("stata-robust.log", c(logit_block("logit am wt hp, vce(robust)", robust, TRUE, TRUE),
                                    ic_table("estat ic", ".", list(robust), TRUE)))
+
+# regress: Stata's AIC counts the coefficients and leaves out the residual
+# variance that R's counts; `estat ic, all` adds AICc and CAIC columns.
+ols <- lm(mpg ~ wt, mtcars)
+n <- nobs(ols)
+df <- length(coef(ols))
+ll <- as.numeric(logLik(ols))
+null <- as.numeric(logLik(lm(mpg ~ 1, mtcars)))
+anova_rows <- anova(ols)
+ss_model <- anova_rows["wt", "Sum Sq"]
+ss_residual <- anova_rows["Residuals", "Sum Sq"]
+se <- sqrt(diag(vcov(ols)))
+stata_aic <- -2 * ll + 2 * df
+stata_bic <- -2 * ll + df * log(n)
+log <- c(". regress mpg wt", "",
+         sprintf("%12s |%12s %10s %10s   Number of obs   = %8d", "Source", "SS", "df", "MS", n),
+         sprintf("-------------+----------------------------------   F(1, %d)        = %8.2f", n - 2,
+                 ss_model / (ss_residual / (n - 2))),
+         sprintf("%12s | %11s %10d %10s   R-squared       = %8.4f", "Model", g(ss_model), 1, g(ss_model),
+                 summary(ols)$r.squared),
+         sprintf("%12s | %11s %10d %10s   Root MSE        = %8.4f", "Residual", g(ss_residual), n - 2,
+                 g(ss_residual / (n - 2)), summary(ols)$sigma), "",
+         strrep("-", 78),
+         sprintf("%12s | Coefficient  Std. err.      t    P>|t|     [95%% conf. interval]", "mpg"),
+         paste0(strrep("-", 13), "+", strrep("-", 64)),
+         sprintf("%12s | %10s %10s %8.2f %7.3f", c("wt", "_cons"), g(coef(ols)[c(2, 1)]), g(se[c(2, 1)]),
+                 (coef(ols) / se)[c(2, 1)], 2 * pt(-abs(coef(ols) / se), n - 2)[c(2, 1)]),
+         strrep("-", 78), "", ". estat ic, all", "",
+         "Akaike's, Bayesian, corrected Akaike's, and consistent Akaike's information criteria", "",
+         strrep("-", 99),
+         "       Model |          N   ll(null)  ll(model)      df        AIC        BIC       AICc       CAIC",
+         paste0(strrep("-", 13), "+", strrep("-", 85)),
+         sprintf("%12s | %10d %10s %10s %7d %10s %10s %10s %10s", ".", n, g(null), g(ll), df, g(stata_aic),
+                 g(stata_bic), g(stata_aic + 2 * df * (df + 1) / (n - df - 1)), g(-2 * ll + df * (log(n) + 1))),
+         strrep("-", 99), "Note: BIC, AICc, and CAIC use N = number of observations. See [R] IC note.")
+write_sample("stata-regress.log", log)
+write_expected("stata-regress.expected",
+               data.frame(model = "stata-regress", line = 1, kind = "ML", logLik = ll, k = df, n = n,
+                          aic = stata_aic, bic = stata_bic, tolerance = printed_tolerance(ll, stata_aic, stata_bic)))

@@ -36,7 +36,9 @@ INSTANTIATE_TEST_SUITE_P(
         // Obs, a name shortened to weight_and~r, the first model in estat ic and again in estimates stats.
         Sample{"StoredAndListedTwice", "stata-logit.log", "stata-logit.expected"},
         // N as 53,940, every long line wrapped at 60 with "> ", no stored names.
-        Sample{"WrappedUnnamed", "stata-diamonds.log", "stata-diamonds.expected"}),
+        Sample{"WrappedUnnamed", "stata-diamonds.log", "stata-diamonds.expected"},
+        // regress: AIC without the residual variance; estat ic, all with AICc and CAIC columns.
+        Sample{"RegressAllCriteria", "stata-regress.log", "stata-regress.expected"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 const std::string kTableHead =
@@ -47,6 +49,16 @@ const std::string kTableEnd = std::string(77, '-') + "\n";
 
 std::vector<FitRecord> Read(const std::string& text, Diagnostics& diagnostics) {
   return ReadStataOutput(text, "fits.log", diagnostics);
+}
+
+TEST(StataOutput, RegressCountsItsOwnWay) {
+  Diagnostics diagnostics;
+  const auto records = ReadStataOutput(ReadSample("stata-regress.log"), "stata-regress.log", diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_NE(records[0].counting.find("residual variance"), std::string::npos);
+  const auto logit = ReadStataOutput(ReadSample("stata-logit.log"), "stata-logit.log", diagnostics);
+  ASSERT_FALSE(logit.empty());
+  EXPECT_TRUE(logit[0].counting.empty());
 }
 
 TEST(StataOutput, KindOfLikelihoodFollowsTheFitAndOneFitIsOneModel) {
