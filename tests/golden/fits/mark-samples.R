@@ -55,7 +55,7 @@ models <- list(
 f5 <- function(x) sprintf("%.5f", x)
 f7 <- function(x) sprintf("%.7f", x)
 lines <- c("   Program  MARK  - Survival Rate Estimation with Capture-Recapture Data",
-           "   Fits written by tests/golden/fits/make-samples-2.sh from R, in MARK's layout",
+           "   Fits written by tests/golden/fits/make-samples.sh from R, in MARK's layout",
            "",
            "  INPUT --- proc title made in R;",
            "",

@@ -6,14 +6,15 @@
 #include <gtest/gtest.h>
 
 #include "selection/errors.hpp"
-#include "tests/selection/fits/sample_outputs.hpp"
+#include "tests/selection/fits/expected_records.hpp"
+#include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
 namespace {
 
 using testing::ExpectRecords;
-using testing::LineOf;
-using testing::ReadSample;
+using testing_support::LineOf;
+using testing_support::SampleText;
 
 struct Sample {
   const char* name;
@@ -25,7 +26,7 @@ struct Sample {
 class MarkSamples : public ::testing::TestWithParam<Sample> {};
 
 TEST_P(MarkSamples, EveryNumberIsRs) {
-  const std::string text = ReadSample(GetParam().file);
+  const std::string text = SampleText(GetParam().file);
   ASSERT_TRUE(LooksLikeMarkOutput(text));
   Diagnostics diagnostics;
   ExpectRecords(ReadMarkOutput(text, GetParam().file, diagnostics), GetParam().expected, "MARK");
@@ -40,9 +41,9 @@ INSTANTIATE_TEST_SUITE_P(
     Outputs, MarkSamples,
     ::testing::Values(
         // Phi(t)p(t): the last survival and recapture are confounded, 7 of 8 betas.
-        Sample{"ThreeModels", "mark-cjs.out", "mark-cjs.expected", 1},
+        Sample{"ThreeModels", "mark/mark-cjs.out", "mark/mark-cjs.expected", 1},
         // The same, with the gap and threshold methods apart as well.
-        Sample{"TwoCountsApart", "mark-two-counts.out", "mark-two-counts.expected", 2}),
+        Sample{"TwoCountsApart", "mark/mark-two-counts.out", "mark/mark-two-counts.expected", 2}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(MarkOutput, NegativeMinusTwoLogLIsRead) {
@@ -103,7 +104,7 @@ const std::string kFinished =
 INSTANTIATE_TEST_SUITE_P(
     Runs, MarkAborted,
     ::testing::Values(
-        Aborted{"CutInsideAModel", ReadSample("mark-aborted.out"), "-2logL { Phi(t)p(.) }"},
+        Aborted{"CutInsideAModel", SampleText("mark/mark-aborted.out"), "-2logL { Phi(t)p(.) }"},
         Aborted{"ErrorInsideAModel",
                 kFinished + "  INPUT --- proc estimate link=Logit;\n  INPUT --- model={ Phi(t)p(t) };\n"
                             "  * * ERROR * * Numerical overflow while computing the likelihood.\n"

@@ -9,20 +9,21 @@
 
 #include "selection/errors.hpp"
 #include "selection/fits/fit_candidates.hpp"
-#include "tests/selection/fits/sample_outputs.hpp"
+#include "tests/selection/fits/expected_records.hpp"
+#include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
 namespace {
 
-using testing::LineOf;
-using testing::ReadSample;
+using testing_support::LineOf;
+using testing_support::SampleText;
 
 TEST(SasOutput, EveryNumberOfSixFitsIsRs) {
-  const std::string text = ReadSample("sas-listing.lst");
+  const std::string text = SampleText("sas/sas-listing.lst");
   ASSERT_TRUE(LooksLikeSasOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
-  const auto records = ReadSasOutput(text, "sas-listing.lst", strict);
-  testing::ExpectRecords(records, "sas-listing.expected", "SAS");
+  const auto records = ReadSasOutput(text, "sas/sas-listing.lst", strict);
+  testing::ExpectRecords(records, "sas/sas-listing.expected", "SAS");
   ASSERT_EQ(records.size(), 6u);
   // REML's AIC counts the covariance parameters; its BIC took log(subjects).
   EXPECT_NE(records[2].counting.find("covariance parameters only"), std::string::npos);
@@ -84,7 +85,7 @@ TEST_P(SasUnrankable, IsListedWarnedOfAndRefusedWhenRanked) {
 INSTANTIATE_TEST_SUITE_P(
     Listings, SasUnrankable,
     ::testing::Values(
-        Unrankable{"GeeCriteriaAreTheIndependenceModels", ReadSample("sas-gee.lst"), LikelihoodKind::None,
+        Unrankable{"GeeCriteriaAreTheIndependenceModels", SampleText("sas/sas-gee.lst"), LikelihoodKind::None,
                    "GEE Model Information", "independence model"},
         Unrankable{"GlimmixPseudoLikelihood",
                    Page("GLIMMIX", "   Fit Statistics\n\n   -2 Res Log Pseudo-Likelihood   220.51\n"

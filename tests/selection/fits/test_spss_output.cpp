@@ -8,12 +8,13 @@
 #include <gtest/gtest.h>
 
 #include "selection/errors.hpp"
-#include "tests/selection/fits/sample_outputs.hpp"
+#include "tests/selection/fits/expected_records.hpp"
+#include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
 namespace {
 
-using testing::ReadSample;
+using testing_support::SampleText;
 
 struct Sample {
   const char* name;
@@ -24,7 +25,7 @@ struct Sample {
 class SpssSamples : public ::testing::TestWithParam<Sample> {};
 
 TEST_P(SpssSamples, EveryNumberIsRs) {
-  const std::string text = ReadSample(GetParam().file);
+  const std::string text = SampleText(GetParam().file);
   ASSERT_TRUE(LooksLikeSpssOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
   const auto records = ReadSpssOutput(text, GetParam().file, strict);
@@ -36,21 +37,21 @@ INSTANTIATE_TEST_SUITE_P(
     Text, SpssSamples,
     ::testing::Values(
         // REML pasted (tabs), ML exported a cell to a line between bars; titled by TITLE.
-        Sample{"MixedPastedAndExported", "spss-mixed.txt", "spss-mixed.expected"},
+        Sample{"MixedPastedAndExported", "spss/spss-mixed.txt", "spss/spss-mixed.expected"},
         // GENLIN aligned with blanks, decimal commas, a footnote letter on the label.
-        Sample{"GenlinDecimalCommas", "spss-genlin.txt", "spss-genlin.expected"}),
+        Sample{"GenlinDecimalCommas", "spss/spss-genlin.txt", "spss/spss-genlin.expected"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(SpssOutput, DecimalPointsWithThousandsSeparatorsAreNotDecimalCommas) {
-  std::string text = ReadSample("spss-genlin.txt");
+  std::string text = SampleText("spss/spss-genlin.txt");
   for (char& c : text) c = c == ',' ? '.' : c;
   text.replace(text.find("210.392"), 7, "1,210.392");  // a deviance no criterion is made from
   Diagnostics diagnostics;
-  testing::ExpectRecords(ReadSpssOutput(text, "spss-genlin.txt", diagnostics), "spss-genlin.expected", "SPSS");
+  testing::ExpectRecords(ReadSpssOutput(text, "spss/spss-genlin.txt", diagnostics), "spss/spss-genlin.expected", "SPSS");
 }
 
 TEST(SpssOutput, TheKernelOfTheLikelihoodIsAKindOfItsOwn) {
-  std::string text = ReadSample("spss-genlin.txt");
+  std::string text = SampleText("spss/spss-genlin.txt");
   const std::string full = "The full log likelihood function is displayed";
   text.replace(text.find(full), full.size(), "The kernel of the log likelihood function is displayed");
   Diagnostics diagnostics;
@@ -60,7 +61,7 @@ TEST(SpssOutput, TheKernelOfTheLikelihoodIsAKindOfItsOwn) {
 }
 
 TEST(SpssOutput, RemlWithoutModelDimensionLeavesNUnknown) {
-  std::string text = ReadSample("spss-mixed.txt");
+  std::string text = SampleText("spss/spss-mixed.txt");
   text = text.substr(text.find("Information Criteriaa"));
   text = text.substr(0, text.find("TITLE"));
   Diagnostics diagnostics;

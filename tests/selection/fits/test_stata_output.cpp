@@ -9,14 +9,15 @@
 
 #include "selection/errors.hpp"
 #include "selection/fits/fit_candidates.hpp"
-#include "tests/selection/fits/sample_outputs.hpp"
+#include "tests/selection/fits/expected_records.hpp"
+#include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
 namespace {
 
 using testing::ExpectRecords;
-using testing::LineOf;
-using testing::ReadSample;
+using testing_support::LineOf;
+using testing_support::SampleText;
 
 struct Sample {
   const char* name;
@@ -27,7 +28,7 @@ struct Sample {
 class StataSamples : public ::testing::TestWithParam<Sample> {};
 
 TEST_P(StataSamples, EveryNumberIsRs) {
-  const std::string text = ReadSample(GetParam().file);
+  const std::string text = SampleText(GetParam().file);
   ASSERT_TRUE(LooksLikeStataOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
   ExpectRecords(ReadStataOutput(text, GetParam().file, strict), GetParam().expected, "Stata");
@@ -37,11 +38,11 @@ INSTANTIATE_TEST_SUITE_P(
     Logs, StataSamples,
     ::testing::Values(
         // Obs, a name shortened to weight_and~r, the first model in estat ic and again in estimates stats.
-        Sample{"StoredAndListedTwice", "stata-logit.log", "stata-logit.expected"},
+        Sample{"StoredAndListedTwice", "stata/stata-logit.log", "stata/stata-logit.expected"},
         // N as 53,940, every long line wrapped at 60 with "> ", no stored names.
-        Sample{"WrappedUnnamed", "stata-diamonds.log", "stata-diamonds.expected"},
+        Sample{"WrappedUnnamed", "stata/stata-diamonds.log", "stata/stata-diamonds.expected"},
         // regress: AIC without the residual variance; estat ic, all with AICc and CAIC columns.
-        Sample{"RegressAllCriteria", "stata-regress.log", "stata-regress.expected"}),
+        Sample{"RegressAllCriteria", "stata/stata-regress.log", "stata/stata-regress.expected"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 const std::string kTableHead =
@@ -56,10 +57,10 @@ std::vector<FitRecord> Read(const std::string& text, Diagnostics& diagnostics) {
 
 TEST(StataOutput, RegressCountsItsOwnWay) {
   Diagnostics diagnostics;
-  const auto records = ReadStataOutput(ReadSample("stata-regress.log"), "stata-regress.log", diagnostics);
+  const auto records = ReadStataOutput(SampleText("stata/stata-regress.log"), "stata/stata-regress.log", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_NE(records[0].counting.find("residual variance"), std::string::npos);
-  const auto logit = ReadStataOutput(ReadSample("stata-logit.log"), "stata-logit.log", diagnostics);
+  const auto logit = ReadStataOutput(SampleText("stata/stata-logit.log"), "stata/stata-logit.log", diagnostics);
   ASSERT_FALSE(logit.empty());
   EXPECT_TRUE(logit[0].counting.empty());
 }
@@ -113,7 +114,7 @@ TEST(StataOutput, ANameListedAgainWithOtherNumbersIsWarnedOfAndTheLaterRead) {
 // A robust fit's pseudolikelihood is listed for what it is, and ranking it
 // is refused with the reason, naming the fit's command.
 TEST(StataOutput, APseudolikelihoodIsListedAsSuchAndNeverRanked) {
-  const std::string text = ReadSample("stata-robust.log");
+  const std::string text = SampleText("stata/stata-robust.log");
   Diagnostics diagnostics;
   const auto records = Read(text, diagnostics);
   ASSERT_EQ(records.size(), 1u);

@@ -1,30 +1,22 @@
 #pragma once
-// The sample outputs under tests/golden/fits/ and, beside each, the numbers
-// R computed for the same fits (NAME.expected, written by
-// make-samples-2.sh): what every reader's records are held to.
+// The numbers R computed for the fits of a sample output that R printed in
+// another program's layout (NAME.expected beside it, written by
+// make-samples.sh), and the check that a reader's records are those: what
+// the MARK, Stata, SAS and SPSS readers are held to.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "selection/fits/fit_record.hpp"
+#include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits::testing {
 
-inline std::string SamplePath(const std::string& name) { return std::string(DRAV_SOURCE_DIR) + "/tests/golden/fits/" + name; }
-
-inline std::string ReadSample(const std::string& name) {
-  std::ifstream file(SamplePath(name), std::ios::binary);
-  EXPECT_TRUE(file) << SamplePath(name);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-struct ExpectedFit {
+struct ExpectedRecord {
   std::string model;
   std::int64_t line = 0;
   std::string kind;
@@ -33,11 +25,11 @@ struct ExpectedFit {
 
 inline double Cell(const std::string& cell) { return cell == "NA" ? kUnknown : std::stod(cell); }
 
-inline std::vector<ExpectedFit> ReadExpected(const std::string& name) {
-  std::istringstream text(ReadSample(name));
+inline std::vector<ExpectedRecord> ReadExpected(const std::string& name) {
+  std::istringstream text(testing_support::SampleText(name));
   std::string row;
   std::getline(text, row);  // header
-  std::vector<ExpectedFit> fits;
+  std::vector<ExpectedRecord> fits;
   while (std::getline(text, row)) {
     std::vector<std::string> cells;
     std::istringstream fields(row);
@@ -87,19 +79,19 @@ inline void ExpectRecords(const std::vector<FitRecord>& records, const std::stri
     EXPECT_EQ(got.program, program) << what;
     EXPECT_STREQ(KindText(got.kind), want.kind.c_str()) << what;
     ExpectNear(got.logLik, want.logLik, want.tolerance, what + " logLik");
+    // The digits the log-likelihood was printed to are known, and R's value
+    // lies within them: a ranking told that two models cannot be ordered
+    // is told so from these.
+    if (!std::isnan(want.logLik)) {
+      EXPECT_GT(got.logLikHalfUnit, 0) << what;
+      EXPECT_LE(got.logLikHalfUnit, want.tolerance) << what;
+      EXPECT_NEAR(got.logLik, want.logLik, got.logLikHalfUnit + 1e-9) << what << " to its printed digits";
+    }
     ExpectNear(got.k, want.k, 1e-9, what + " K");
     ExpectNear(got.n, want.n, 1e-9, what + " n");
     ExpectNear(got.aic, want.aic, want.tolerance, what + " AIC");
     ExpectNear(got.bic, want.bic, want.tolerance, what + " BIC");
   }
-}
-
-// The line of `text` (from 1) that first contains `needle`, so that a test
-// names a place in a sample by what stands there.
-inline std::int64_t LineOf(const std::string& text, const std::string& needle) {
-  const std::size_t at = text.find(needle);
-  if (at == std::string::npos) return 0;
-  return 1 + static_cast<std::int64_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
 }
 
 }  // namespace drav::selection::fits::testing
