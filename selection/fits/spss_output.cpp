@@ -259,8 +259,10 @@ class SpssReader {
 bool LooksLikeSpssOutput(std::string_view text) {
   if (text.starts_with(kZip)) return text.substr(0, 1 << 16).find("outputViewer") != std::string_view::npos;
   if (text.starts_with(kOle)) return false;
+  // An export a cell to a line breaks the label ("Akaike's", "Information",
+  // "Criterion (AIC)" on lines of their own): its pieces are looked for.
   const std::string_view head = text.substr(0, 1 << 22);
-  return head.find("Akaike's Information Criterion (AIC)") != std::string_view::npos &&
+  return head.find("Akaike's") != std::string_view::npos && head.find("Criterion (AIC)") != std::string_view::npos &&
          (head.find("Information Criteria") != std::string_view::npos ||
           head.find("Goodness of Fit") != std::string_view::npos);
 }

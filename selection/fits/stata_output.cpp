@@ -277,7 +277,14 @@ class StataReader {
                                 "); AIC and BIC made from a pseudolikelihood rank nothing: refit it without "
                                 "vce(robust) or pweights to compare by AIC");
     }
-    if (fit && fit->regress) record.counting = "Stata's AIC after regress counts the coefficients, not the residual variance";
+    if (fit && fit->regress) {
+      // K counts every parameter, as for the other programs' fits; Stata's
+      // df, and so its AIC, leave the residual variance out.
+      record.k = row.df + 1;
+      record.derivation = "logLik = ll(model); K = df + 1, the residual variance that Stata's df after regress "
+                          "leaves out; n = " + std::string(row.nColumn);
+      record.counting = "Stata's AIC after regress leaves out the residual variance, 2 below R's AIC()";
+    }
     return record;
   }
 

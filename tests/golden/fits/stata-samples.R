@@ -136,7 +136,8 @@ write_sample("stata-robust.log", c(logit_block("logit am wt hp, vce(robust)", ro
                                    ic_table("estat ic", ".", list(robust), TRUE)))
 
 # regress: Stata's AIC counts the coefficients and leaves out the residual
-# variance that R's counts; `estat ic, all` adds AICc and CAIC columns.
+# variance that R's counts (K is R's count, the AIC Stata's as printed);
+# `estat ic, all` adds AICc and CAIC columns.
 ols <- lm(mpg ~ wt, mtcars)
 n <- nobs(ols)
 df <- length(coef(ols))
@@ -171,5 +172,6 @@ log <- c(". regress mpg wt", "",
          strrep("-", 99), "Note: BIC, AICc, and CAIC use N = number of observations. See [R] IC note.")
 write_sample("stata-regress.log", log)
 write_expected("stata-regress.expected",
-               data.frame(model = "stata-regress", line = 1, kind = "ML", logLik = ll, k = df, n = n,
+               data.frame(model = "stata-regress", line = 1, kind = "ML", logLik = ll,
+                          k = attr(logLik(ols), "df"), n = n,
                           aic = stata_aic, bic = stata_bic, tolerance = printed_tolerance(ll, stata_aic, stata_bic)))

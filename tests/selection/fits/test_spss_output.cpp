@@ -72,6 +72,22 @@ TEST(SpssOutput, RemlWithoutModelDimensionLeavesNUnknown) {
   EXPECT_EQ(diagnostics.All().size(), 1u);
 }
 
+// The ML model alone, as exported a cell to a line: its labels broken over
+// lines are still SPSS's, and read.
+TEST(SpssOutput, AnExportedTableAloneIsRecognisedAndRead) {
+  std::string text = SampleText("spss/spss-mixed.txt");
+  text = text.substr(text.find("TITLE 'Sleep study ML'"));
+  ASSERT_EQ(text.find("Akaike's Information Criterion"), std::string::npos);  // broken in this layout
+  ASSERT_TRUE(LooksLikeSpssOutput(text));
+  Diagnostics diagnostics;
+  const auto records = ReadSpssOutput(text, "ml.txt", diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_EQ(records[0].model, "Sleep study ML");
+  EXPECT_EQ(records[0].k, 4);
+  EXPECT_EQ(records[0].n, 180);
+  EXPECT_NEAR(records[0].logLik, -897.0393215, records[0].logLikHalfUnit);
+}
+
 TEST(SpssOutput, TheViewersBinaryFileIsRefusedWithHowToExportText) {
   const std::string spv = std::string("PK\x03\x04", 4) + std::string(26, '\0') + "outputViewer0000000001.xml";
   ASSERT_TRUE(LooksLikeSpssOutput(spv));
