@@ -87,11 +87,14 @@ class MarkReader {
       diagnostics_.Note("MARK says: " + std::string(line), source_, printed.number);
       return;
     }
-    if (ContainsNoCase(line, "Link Function Parameters of {")) {
+    // What follows is keyed by a model in braces, but for the rows of
+    // betas; the tables of numbers between need no closer look.
+    const bool braces = line.find('{') != std::string_view::npos;
+    if (braces && ContainsNoCase(line, "Link Function Parameters of {")) {
       countingBetas_ = true;
       return;
     }
-    if (ContainsNoCase(line, "Real Function Parameters of {")) {
+    if (braces && ContainsNoCase(line, "Real Function Parameters of {")) {
       countingBetas_ = false;
       return;
     }
@@ -99,6 +102,7 @@ class MarkReader {
       ++current_->betas;
       return;
     }
+    if (!braces) return;
     const auto keyed = ReadKeyed(line);
     if (!keyed) return;
     if (keyed->key == "-2logL") return Begin(*keyed, printed.number);

@@ -1,5 +1,6 @@
 #include "selection/fits/sas_output.hpp"
 
+#include <cctype>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -100,6 +101,9 @@ class SasReader {
     }
     if (line.starts_with("Weight Variable")) fit_->weighted = true;
     if (line.find("The scale parameter was estimated by") != std::string_view::npos) fit_->scaled = true;
+    // The counts wanted here are labelled rows; most of a listing is
+    // tables of numbers, which need no reading.
+    if (line.empty() || !std::isalpha(static_cast<unsigned char>(line.front()))) return;
     const Row row = ReadRow(line);
     if (row.values.empty()) return;
     const double first = row.values.front().value;

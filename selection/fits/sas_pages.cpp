@@ -1,20 +1,50 @@
 #include "selection/fits/sas_pages.hpp"
 
-#include <regex>
 
 namespace drav::selection::fits {
 namespace {
 
-// SAS's first title line ends with the date and the page number unless
-// NODATE and NONUMBER are set.
+bool AllDigits(std::string_view word, std::size_t least, std::size_t most) {
+  if (word.size() < least || word.size() > most) return false;
+  for (char c : word) {
+    if (c < '0' || c > '9') return false;
+  }
+  return true;
+}
+
+// "09:30" or "9:30".
+bool Time(std::string_view word) {
+  const std::size_t colon = word.find(':');
+  return colon != std::string_view::npos && AllDigits(word.substr(0, colon), 1, 2) &&
+         AllDigits(word.substr(colon + 1), 2, 2);
+}
+
+// SAS's first title line ends with the date, "09:30 Monday, March 4, 2024",
+// and the page number two blanks or more after it, unless NODATE and
+// NONUMBER are set: both are cut off.
 std::string Title(std::string_view line) {
-  static const std::regex kDated(R"(\s+\d{1,2}:\d{2}\s+\w+,\s+\w+\s+\d{1,2},\s+\d{4}\s*$)");
-  static const std::regex kNumbered(R"(\s{2,}\d+\s*$)");
-  std::string title(ListingText(line));
-  if (title.size() > 400) return title;  // no title line is this long; the regex need not walk it
-  title = std::regex_replace(title, kNumbered, "");
-  title = std::regex_replace(title, kDated, "");
-  return std::string(ListingText(title));
+  std::string_view title = ListingText(line);
+  std::vector<std::string_view> words = Words(title);
+  const auto cutAt = [&](std::size_t word) {
+    title = Trimmed(title.substr(0, static_cast<std::size_t>(words[word].data() - title.data())));
+    words.resize(word);
+  };
+  if (words.size() > 1 && AllDigits(words.back(), 1, 9)) {
+    const std::size_t last = words.size() - 1;
+    const std::size_t gapStart = static_cast<std::size_t>(words[last - 1].data() - title.data()) + words[last - 1].size();
+    const std::size_t gap = static_cast<std::size_t>(words[last].data() - title.data()) - gapStart;
+    if (gap >= 2) cutAt(last);
+  }
+  if (words.size() > 5) {
+    const std::size_t at = words.size() - 5;
+    const std::string_view weekday = words[at + 1];
+    const std::string_view day = words[at + 3];
+    if (Time(words[at]) && weekday.size() > 1 && weekday.ends_with(',') && day.ends_with(',') &&
+        AllDigits(day.substr(0, day.size() - 1), 1, 2) && AllDigits(words[at + 4], 4, 4)) {
+      cutAt(at);
+    }
+  }
+  return std::string(title);
 }
 
 std::string ByGroup(std::string_view line) {
