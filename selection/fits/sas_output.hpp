@@ -16,10 +16,12 @@ namespace drav::selection::fits {
 
 bool LooksLikeSasOutput(std::string_view text);
 
-// Refuses fits whose criteria rank nothing: GLIMMIX's pseudo-likelihood, a
-// GEE (GENMOD with REPEATED, whose printed criteria belong to the
-// independence model it starts from) and SURVEYLOGISTIC's weighted
-// likelihood.
+// Fits whose criteria rank nothing are records of a kind that ranking
+// refuses, with the reason among their warnings: GLIMMIX's
+// pseudo-likelihood, a GEE (GENMOD with REPEATED, whose printed criteria
+// belong to the independence model it starts from) and SURVEYLOGISTIC's
+// weighted likelihood. Fit statistics without what K is worked out from
+// are refused.
 std::vector<FitRecord> ReadSasOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics);
 
 }  // namespace drav::selection::fits

@@ -3,7 +3,9 @@
 // (Obs or N, ll(null), ll(model), df, AIC, BIC), one record for each model
 // they list, named as `estimates store` named it. The log around the tables
 // tells what each fit was: a log pseudolikelihood (vce(robust), cluster,
-// pweights) is refused, a restricted likelihood (mixed, reml) is REML.
+// pweights) is of the kind that ranking refuses, a restricted likelihood
+// (mixed, reml) is REML, and after regress K counts the residual variance
+// that Stata's df leaves out.
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +17,8 @@ namespace drav::selection::fits {
 
 bool LooksLikeStataOutput(std::string_view text);
 
-// Refuses a fit whose likelihood is a pseudolikelihood, a row it cannot read
-// whole, and a SMCL log (which `translate` turns into text).
+// Refuses a row it cannot read whole and a SMCL log (which `translate` turns
+// into text).
 std::vector<FitRecord> ReadStataOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics);
 
 }  // namespace drav::selection::fits
