@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # drav-report table --fits on FILES printed outputs of about 50 KB each (R,
-# lavaan, Mplus and statsmodels in turn, each a real sample padded with
-# printed numbers that no reader takes for a model), as a whole process:
+# lavaan, Mplus, statsmodels, MARK, Stata, SAS and SPSS in turn, each a
+# sample padded with printed numbers that no reader takes for a model), as
+# a whole process:
 # wall time, best of RUNS runs with the files in the page cache, and peak
 # memory; beside it what a researcher would script in R, readLines and
 # regmatches over the same files. Goal: 10,000 files under 1 s.
@@ -19,17 +20,21 @@ trap 'rm -rf "$tmp"' EXIT
 # Padding: rows of printed numbers, as residuals or a parameter listing
 # print them, to 50 KB a file.
 awk 'BEGIN { srand(3); for (i = 1; i <= 640; i++) { printf "  [%4d]", i; for (j = 0; j < 8; j++) printf " %8.4f", rand() * 10 - 5; printf "\n" } }' >"$tmp/padding"
-kinds=(r/knitted.md lavaan/two-models.txt mplus/cfa-ml.out statsmodels/ols.txt)
-exts=(md txt out txt)
+kinds=(r/knitted.md lavaan/two-models.txt mplus/cfa-ml.out statsmodels/ols.txt mark/mark-cjs.out
+  stata/stata-logit.log sas/sas-listing.lst spss/spss-genlin.txt)
+exts=(md txt out txt out log lst txt)
 mkdir "$tmp/outputs"
 # knitr prefixes what R printed with "## ", the padding too.
 sed 's/^/## /' "$tmp/padding" | cat "$samples/${kinds[0]}" - >"$tmp/kind0"
-for k in 1 2 3; do cat "$samples/${kinds[$k]}" "$tmp/padding" >"$tmp/kind$k"; done
+for k in 1 2 3 4 5 7; do cat "$samples/${kinds[$k]}" "$tmp/padding" >"$tmp/kind$k"; done
+# The listing's first two pages, its LOGISTIC and GENMOD ML fits: its REML
+# fit would have every ranking refused.
+awk '/^\f/ {page++} page <= 2' "$samples/${kinds[6]}" | cat - "$tmp/padding" >"$tmp/kind6"
 for ((i = 0; i < files; i++)); do
-  k=$((i % 4))
+  k=$((i % ${#kinds[@]}))
   cp "$tmp/kind$k" "$tmp/outputs/$(printf 'run%05d' "$i").${exts[$k]}"
 done
-echo "input: $files files, $(du -sh "$tmp/outputs" | cut -f1) ($(wc -c <"$tmp/kind0") to $(wc -c <"$tmp/kind3") bytes each)"
+echo "input: $files files, $(du -sh "$tmp/outputs" | cut -f1) ($(cat "$tmp"/kind* | wc -c | awk -v k=${#kinds[@]} '{printf "%d", $1 / k}') bytes each on average)"
 
 cd "$tmp/outputs"
 models=$("$bin" table --fits --criterion aic --format csv ./* 2>/dev/null | tail -n +2 | wc -l)
@@ -64,6 +69,20 @@ rows <- lapply(list.files(".", full.names = TRUE), function(f) {
   } else if (any(grepl("Regression Results", l))) {
     n <- num(l, "No. Observations:\\s+[0-9]+"); d <- num(l, "Df Residuals:\\s+[0-9]+")
     data.frame(f, ll = num(l, "Log-Likelihood:\\s+-?[0-9.]+"), k = n - d + 1)
+  } else if (any(grepl("^ -2logL \\{", l))) {
+    data.frame(f, ll = -num(l, "^ -2logL \\{.*\\} = -?[0-9.]+") / 2,
+               k = num(l, "^ Number of Estimated Parameters \\{.*\\} = [0-9]+"))
+  } else if (any(grepl("ll\\(model\\)", l))) {
+    row <- regmatches(l, regexpr("^ *[^ ]+ \\| +[0-9,]+ +-?[0-9.]+ +-?[0-9.]+ +[0-9]+", l))[1]
+    w <- strsplit(trimws(row), " +")[[1]]
+    data.frame(f, ll = as.numeric(w[5]), k = as.numeric(w[6]))
+  } else if (any(grepl("The LOGISTIC Procedure", l))) {
+    m2 <- num(l, "-2 Log L +[0-9.]+ +[0-9.]+"); a <- num(l, "^ *AIC +[0-9.]+ +[0-9.]+")
+    data.frame(f, ll = -m2 / 2, k = (a - m2) / 2)
+  } else if (any(grepl("Goodness of Fit", l))) {
+    ll <- as.numeric(sub(",", ".", sub(".*?(-?[0-9.,]+)\\s*$", "\\1", grep("^Log Likelihood", l, value = TRUE)[1], perl = TRUE)))
+    a <- as.numeric(sub(",", ".", sub(".*?([0-9.,]+)\\s*$", "\\1", grep("^Akaike", l, value = TRUE)[1], perl = TRUE)))
+    data.frame(f, ll = ll, k = (a + 2 * ll) / 2)
   } else {
     a <- num(l, "AIC: [0-9.]+"); r <- num(l, "Residual deviance: .* on [0-9]+")
     data.frame(f, ll = NA_real_, k = NA_real_, aic = a)[, 1:3]

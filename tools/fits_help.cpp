@@ -16,8 +16,9 @@ as the program printed them, the kind of likelihood and what is amiss.
 table --fits ranks the same models as drav-report table ranks a table's,
 with its options (--criterion, --level, --top, --delta-max, --format, ...).
 
-A model's name is the output's own: an R formula, an Mplus TITLE; else the
-file's name without its extension, numbered where a file holds several.
+A model's name is the output's own: an R formula, an Mplus TITLE, a MARK
+model's braces, a Stata stored name, a SAS or SPSS TITLE; else the file's
+name without its extension, numbered where a file holds several.
 
 What each program must print; the programs are tried in this order:
 )" + selection::fits::KnownPrograms() + R"(.
@@ -36,6 +37,35 @@ What each program must print; the programs are tried in this order:
                printed AIC leaves it out (2 below R's), + 1 for the scale
                of a Gamma or inverse Gaussian GLM. Log-likelihoods come to
                5 significant digits; models without an AIC get it from them.
+  MARK         the output file of a run, any number of models. logLik =
+               -2logL / -2, printed without the multinomial constants (kind
+               "constants dropped": it ranks only beside MARK fits of the
+               same histories); K = "Number of Estimated Parameters", n =
+               "Effective Sample Size". Warned of: fewer parameters counted
+               than the design has, MARK's gap and threshold counts apart,
+               a printed AICc not its own. An aborted run (an ERROR, a
+               model never estimated, no closing "proc stop") is refused.
+  Stata        a text log (log using FILE, text; translate turns SMCL into
+               text) with estat ic or estimates stats tables: logLik =
+               ll(model), K = df, n = N or Obs, named by estimates store
+               (shortened names such as weight_and~r expanded from it);
+               lines wrapped with "> " joined. After regress K = df + 1, the
+               residual variance its df and AIC leave out. A log
+               pseudolikelihood (vce(robust), cluster, pweights) is listed
+               and refused when ranked; a restricted likelihood is REML.
+  SAS          a listing of LOGISTIC (the model's column), GENMOD (the Full
+               Log Likelihood, not its kernel), MIXED, GLIMMIX and NLMIXED
+               fit statistics, any number of procedures and BY groups. K =
+               (AIC - -2 log L) / 2, n = Number of Observations Used; named
+               by the page's TITLEs. REML's AIC counts the covariance
+               parameters only. A GEE, GLIMMIX's pseudo-likelihood and
+               SURVEYLOGISTIC are listed and refused when ranked.
+  SPSS         the Output Viewer's text (File > Export, Text - Plain; or
+               tables pasted): MIXED's Information Criteria and Model
+               Dimension, GENLIN's Goodness of Fit. K = (AIC - -2LL) / 2;
+               n from the BIC (n - p under REML, the fixed effects added
+               back); decimal commas read. A .spv file is refused, saying
+               how to export text.
   R            summary() of glm: n = residual df + coefficients, K =
                coefficients (aliased ones not), + 1 for the dispersion of
                gaussian, Gamma and inverse.gaussian, + 1 for glm.nb's theta,
@@ -54,9 +84,9 @@ Never a wrong ranking without a word: models of different kinds of
 likelihood (ML, REML, pseudo, constants dropped, scaled) or different n, or
 from programs whose AICs count parameters differently, are warned of with
 both models named (refused under --strict); REML beside ML, and a model
-without a likelihood, are refused. A printed AIC that disagrees with logLik
-and K is warned of, and two models whose criteria differ by less than the
-printed digits can tell are noted.
+without a likelihood or with a pseudolikelihood, are refused. A printed AIC
+that disagrees with logLik and K is warned of, and two models whose
+criteria differ by less than the printed digits can tell are noted.
 
 Options:
   --model-names NFILE  name the models from NFILE, one name a line, in the

@@ -178,7 +178,7 @@ Model-selection tables from any delimited text with a header row:
 See drav-report table --help.
 
 The models in statistics programs' printed outputs (R, lavaan, Mplus,
-statsmodels), listed or ranked:
+statsmodels, MARK, Stata, SAS, SPSS), listed or ranked:
   drav-report fits [OPTIONS] FILE...
   drav-report table --fits [OPTIONS] FILE...
 See drav-report fits --help.

@@ -19,12 +19,15 @@ std::string Where(const FitRecord& r) {
 
 std::string Named(const FitRecord& r) { return "'" + r.model + "' (" + r.program + ", " + Where(r) + ")"; }
 
-// How each model's likelihood may be compared: REML beside ML is refused,
-// any other two kinds warned of, naming the first model of each.
+// How each model's likelihood may be compared: a model without one, or
+// with a pseudolikelihood, is refused, as is REML beside ML; any other two
+// kinds are warned of, naming the first model of each.
 void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
   for (const FitRecord& r : records) {
-    if (r.kind == LikelihoodKind::None) {
-      std::string why = r.warnings.empty() ? "its estimator gives no likelihood" : r.warnings.front();
+    if (r.kind == LikelihoodKind::None || r.kind == LikelihoodKind::Pseudo) {
+      std::string why = !r.warnings.empty()                 ? r.warnings.front()
+                        : r.kind == LikelihoodKind::Pseudo ? "a pseudolikelihood ranks nothing by AIC"
+                                                            : "its estimator gives no likelihood";
       throw DataError(Where(r) + ": model '" + r.model + "' cannot be ranked: " + why);
     }
   }

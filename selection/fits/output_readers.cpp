@@ -2,10 +2,14 @@
 
 #include "selection/errors.hpp"
 #include "selection/fits/lavaan_output.hpp"
+#include "selection/fits/mark_output.hpp"
 #include "selection/fits/mplus_output.hpp"
 #include "selection/fits/notebook_text.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/r_output.hpp"
+#include "selection/fits/sas_output.hpp"
+#include "selection/fits/spss_output.hpp"
+#include "selection/fits/stata_output.hpp"
 #include "selection/fits/statsmodels_output.hpp"
 
 namespace drav::selection::fits {
@@ -13,15 +17,19 @@ namespace drav::selection::fits {
 const std::vector<OutputReader>& OutputReaders() {
   // Most particular first: lavaan's and Mplus's outputs are printed in or
   // beside R sessions and may hold a logLik() line, so R, whose marks are
-  // the most general, comes last.
+  // the most general, comes last. MARK, Stata, SAS and SPSS each mark
+  // their output with what no other program prints (MARK's "-2logL {",
+  // Stata's ll(null) and ll(model) columns, SAS's procedure headings, SPSS's
+  // criteria labels); none of them is printed inside an R session, so they
+  // follow the three that may be, and precede R.
   static const std::vector<OutputReader> readers = {
       {"Mplus", LooksLikeMplusOutput, ReadMplusOutput},
       {"lavaan", LooksLikeLavaanOutput, ReadLavaanOutput},
       {"statsmodels", LooksLikeStatsmodelsOutput, ReadStatsmodelsOutput},
-      // -- MARK: {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
-      // -- Stata: {"Stata", LooksLikeStataOutput, ReadStataOutput},
-      // -- SAS: {"SAS", LooksLikeSasOutput, ReadSasOutput},
-      // -- SPSS: {"SPSS", LooksLikeSpssOutput, ReadSpssOutput},
+      {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
+      {"Stata", LooksLikeStataOutput, ReadStataOutput},
+      {"SAS", LooksLikeSasOutput, ReadSasOutput},
+      {"SPSS", LooksLikeSpssOutput, ReadSpssOutput},
       {"R", LooksLikeROutput, ReadROutput},
   };
   return readers;

@@ -12,6 +12,20 @@ namespace {
 
 bool Blank(char c) { return c == ' ' || c == '\t'; }
 
+bool Digit(char c) { return c >= '0' && c <= '9'; }
+
+// Every printed number is read with its last digit's place; pow() for
+// each was a fifth of reading a listing.
+double PowerOfTen(int exponent) {
+  static constexpr double kTens[] = {1e-16, 1e-15, 1e-14, 1e-13, 1e-12, 1e-11, 1e-10, 1e-9, 1e-8, 1e-7, 1e-6,
+                                     1e-5,  1e-4,  1e-3,  1e-2,  1e-1,  1e0,   1e1,   1e2,  1e3,  1e4,  1e5,
+                                     1e6,   1e7,   1e8,   1e9,   1e10,  1e11,  1e12,  1e13, 1e14, 1e15, 1e16};
+  if (exponent < -16 || exponent > 16) return std::pow(10.0, exponent);
+  return kTens[exponent + 16];
+}
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
 }  // namespace
 
 std::vector<TextLine> SplitLines(std::string_view text) {
@@ -83,7 +97,7 @@ std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent) 
   }
   const std::size_t point = mantissa.find('.');
   const int decimals = point == std::string_view::npos ? 0 : static_cast<int>(mantissa.size() - point - 1);
-  return Printed{value, 0.5 * std::pow(10.0, exponent - decimals)};
+  return Printed{value, 0.5 * PowerOfTen(exponent - decimals)};
 }
 
 std::optional<Printed> NumberAfter(std::string_view line, std::string_view label, bool fortranExponent) {
@@ -96,6 +110,59 @@ std::optional<Printed> NumberAfter(std::string_view line, std::string_view label
   while (end < line.size() && !Blank(line[end])) ++end;
   if (end == at) return std::nullopt;
   return ReadPrinted(line.substr(at, end - at), fortranExponent);
+}
+
+std::optional<Printed> ReadGrouped(std::string_view word, char group, bool decimalComma) {
+  const char mark = decimalComma ? ',' : '.';
+  std::size_t end = word.find(mark);
+  if (end == std::string_view::npos) end = word.find_first_of("eE");
+  if (end == std::string_view::npos) end = word.size();
+  std::string plain;
+  plain.reserve(word.size());
+  // Separators stand every three digits, counted back from the mark.
+  int digitsSinceGroup = 0;
+  bool grouped = false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    const char c = word[i];
+    if (i < end && group != 0 && c == group) {
+      if (digitsSinceGroup == 0 || (grouped && digitsSinceGroup != 3) || (!grouped && digitsSinceGroup > 3)) {
+        return std::nullopt;
+      }
+      grouped = true;
+      digitsSinceGroup = 0;
+      continue;
+    }
+    if (i < end && Digit(c)) ++digitsSinceGroup;
+    if (decimalComma && c == '.') return std::nullopt;
+    plain += c == mark ? '.' : c;
+  }
+  if (grouped && digitsSinceGroup != 3) return std::nullopt;
+  return ReadPrinted(plain);
+}
+
+std::optional<double> WholeNumber(double x, double tolerance) {
+  const double whole = std::round(x);
+  if (std::fabs(x - whole) > tolerance) return std::nullopt;
+  return whole;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (Lower(a[i]) != Lower(b[i])) return false;
+  }
+  return true;
+}
+
+bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
+  return text.size() >= prefix.size() && EqualsNoCase(text.substr(0, prefix.size()), prefix);
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view needle) {
+  for (std::size_t i = 0; i + needle.size() <= text.size(); ++i) {
+    if (EqualsNoCase(text.substr(i, needle.size()), needle)) return true;
+  }
+  return false;
 }
 
 std::string FileStem(const std::string& source) {

@@ -41,6 +41,24 @@ std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent =
 // so or no number follows.
 std::optional<Printed> NumberAfter(std::string_view line, std::string_view label, bool fortranExponent = false);
 
+// As ReadPrinted, and also with `group` between groups of three digits
+// before the decimal mark ("1,327,956", as Stata and SPSS print counts); a
+// separator anywhere else refuses the word, so "1,23" is never read as 123.
+// With `decimalComma` the comma is the decimal mark (and `group` a full
+// stop or nothing), as SPSS prints under some locales.
+std::optional<Printed> ReadGrouped(std::string_view word, char group, bool decimalComma = false);
+
+// x rounded to a whole number where it lies within `tolerance` of one: a
+// count worked out from two printed criteria, held to what their digits
+// allow.
+std::optional<double> WholeNumber(double x, double tolerance);
+
+// ASCII letters compared without regard to case: the labels programs print
+// change case between releases ("Criteria For Assessing Goodness Of Fit").
+bool EqualsNoCase(std::string_view a, std::string_view b);
+bool StartsWithNoCase(std::string_view text, std::string_view prefix);
+bool ContainsNoCase(std::string_view text, std::string_view needle);
+
 // The file's name without its folders and its last extension: the model's
 // name where the output gives none.
 std::string FileStem(const std::string& source);

@@ -2,8 +2,9 @@
 # Every number drav-report fits reads from the sample outputs, checked
 # against R's own AIC() of the same fits made afresh: glm and lme4 in R,
 # lavaan (and lavaan with mimic = "Mplus" for the hand-written Mplus
-# outputs), and statsmodels' models fitted in R to the data statsmodels
-# wrote out. The AIC drav-report computes, -2 logLik + 2K, must equal R's
+# outputs), statsmodels' models fitted in R to the data statsmodels
+# wrote out, and the ML fits that R printed in Stata's, SAS's and SPSS's
+# layouts. The AIC drav-report computes, -2 logLik + 2K, must equal R's
 # to the digits each program printed. Skipped, and says so, where R or one
 # of its packages is missing.
 set -u
@@ -57,6 +58,20 @@ s <- read.csv("statsmodels/spector.csv")
 row("statsmodels/ols.txt", 1, lm(GRADE ~ GPA + TUCE + PSI, s), 0.0011)
 row("statsmodels/notebook.ipynb", 1, lm(GRADE ~ GPA + TUCE + PSI, s), 0.0011)
 row("statsmodels/logit.txt", 1, glm(GRADE ~ GPA + TUCE + PSI, binomial, s), 0.0011)
+# Stata, SAS and SPSS as R printed them in those programs' layouts: the ML
+# fits, whose AIC R's AIC() gives (Stata's regress counts the variance too).
+row("stata/stata-logit.log", 1, glm(am ~ wt, binomial, mtcars), 0.0011)
+row("stata/stata-logit.log", 2, glm(am ~ wt + hp, binomial, mtcars), 0.0011)
+row("stata/stata-logit.log", 3, glm(am ~ hp, binomial, mtcars), 0.0011)
+row("stata/stata-regress.log", 1, lm(mpg ~ wt, mtcars), 0.0011)
+ml <- lmer(Reaction ~ Days + (1 | Subject), sleepstudy, REML = FALSE)
+row("sas/sas-listing.lst", 1, glm(am ~ wt + hp, binomial, mtcars), 0.0011)
+row("sas/sas-listing.lst", 2, glm(breaks ~ wool + tension, poisson, warpbreaks), 0.0011)
+row("sas/sas-listing.lst", 4, ml, 0.051)
+row("sas/sas-listing.lst", 5, glm(am ~ wt, binomial, mtcars), 0.0011)
+row("sas/sas-listing.lst", 6, glm(breaks ~ tension, poisson, warpbreaks), 0.0011)
+row("spss/spss-genlin.txt", 1, glm(breaks ~ wool + tension, poisson, warpbreaks), 0.0011)
+row("spss/spss-mixed.txt", 2, ml, 0.0011)
 R
 check "R fitted the models" 0 $?
 while IFS=, read -r file index aic tolerance; do

@@ -2,9 +2,11 @@
 # Writes the sample outputs of R, lme4, lavaan and statsmodels that the
 # readers' tests read, by running the programs themselves on data they
 # ship (InsectSprays, mtcars, sleepstudy, cbpp, HolzingerSwineford1939,
-# statsmodels' spector and scotland). Run it again after a reader learns a
-# new layout; commit what it wrote. Needs Debian's r-base-core, r-cran-lme4,
-# r-cran-lavaan, r-cran-knitr and python3-statsmodels.
+# statsmodels' spector and scotland), and those of MARK, Stata, SAS and
+# SPSS, printed from R's fits in each program's layout. Run it again after
+# a reader learns a new layout; commit what it wrote. Needs Debian's
+# r-base-core, r-cran-lme4, r-cran-lavaan, r-cran-knitr, r-cran-mass,
+# r-cran-sandwich, r-cran-ggplot2 (for diamonds) and python3-statsmodels.
 #   tests/golden/fits/make-samples.sh
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -145,4 +147,14 @@ cell = {"cell_type": "code", "execution_count": 1, "id": "a1", "metadata": {},
                    "print(smf.ols(\"GRADE ~ GPA + TUCE + PSI\", spector).fit().summary())"]}
 print(json.dumps({"cells": [cell], "metadata": {}, "nbformat": 4, "nbformat_minor": 5}, indent=1))
 PY
+# MARK, Stata, SAS and SPSS: fits made in R (CJS likelihoods of a small set
+# of encounter histories; logistic and linear regressions of mtcars and
+# diamonds; Poisson regressions of warpbreaks; mixed models of sleepstudy),
+# printed in each program's layout, and beside each the numbers R computes
+# for the same fits (NAME.expected), which the readers' tests hold every
+# number to without needing R.
+for program in mark stata sas spss; do
+  mkdir -p "$out/$program"
+  Rscript --vanilla "$here/$program-samples.R" "$out/$program"
+done
 echo "samples written to $out"

@@ -1,0 +1,271 @@
+#include "selection/fits/mark_output.hpp"
+
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+#include "selection/fits/fit_refusal.hpp"
+#include "selection/fits/printed_text.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+// "KEY { model name } = value", MARK's shape for every statistic of a model.
+struct Keyed {
+  std::string_view key;
+  std::string_view model;
+  std::string_view value;  // after the '=' or ':'
+};
+
+std::optional<Keyed> ReadKeyed(std::string_view line) {
+  const std::size_t open = line.find('{');
+  const std::size_t close = line.rfind('}');
+  if (open == std::string_view::npos || close == std::string_view::npos || close < open) return std::nullopt;
+  std::string_view rest = Trimmed(line.substr(close + 1));
+  if (rest.empty() || (rest[0] != '=' && rest[0] != ':')) return std::nullopt;
+  return Keyed{Trimmed(line.substr(0, open)), Trimmed(line.substr(open + 1, close - open - 1)), Trimmed(rest.substr(1))};
+}
+
+std::optional<Printed> FirstNumber(std::string_view value) {
+  const auto words = Words(value);
+  if (words.empty()) return std::nullopt;
+  return ReadPrinted(words[0]);
+}
+
+struct Model {
+  std::string name;
+  std::int64_t line = 0;      // its "proc estimate", or its -2logL where none is shown
+  std::int64_t m2llLine = 0;
+  std::optional<Printed> m2ll, k, aic, aicc, bic;
+  std::optional<double> gapCount, thresholdCount;
+  double n = kUnknown;
+  int betas = 0;
+};
+
+class MarkReader {
+ public:
+  MarkReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+
+  std::vector<FitRecord> Read(std::string_view text) {
+    const auto lines = SplitLines(text);
+    // Whatever a run printed before or after an error, it did not finish as
+    // MARK meant it to; nothing of it is ranked.
+    for (const auto& line : lines) {
+      const std::string_view trimmed = Trimmed(line.text);
+      if (trimmed.starts_with("* * ERROR") || trimmed.starts_with("ERROR")) {
+        Refuse(source_, line.number,
+               "MARK printed an error: '" + std::string(trimmed) + "'; a run that stopped on an error is not ranked");
+      }
+    }
+    for (const auto& line : lines) Take(line);
+    if (current_) Finish();
+    if (sawInput_ && !sawStop_) {
+      Refuse(source_, lines.empty() ? 0 : lines.back().number,
+             "the output ends before MARK's closing 'proc stop': the run was aborted or the file cut short, "
+             "so its last model may be missing or unfinished");
+    }
+    for (const auto& [line, name] : declared_) {
+      Refuse(source_, line,
+             "MARK began model {" + name + "} and never printed its -2logL: the run was aborted before the model "
+             "was estimated");
+    }
+    return std::move(records_);
+  }
+
+ private:
+  void Take(const TextLine& printed) {
+    const std::string_view line = Trimmed(printed.text);
+    if (line.starts_with("INPUT ---")) return TakeInput(Trimmed(line.substr(9)), printed.number);
+    if (StartsWithNoCase(line, "Effective sample size")) {
+      const std::size_t equals = line.find('=');
+      if (equals != std::string_view::npos) {
+        if (const auto n = FirstNumber(line.substr(equals + 1))) ess_ = n->value;
+      }
+      return;
+    }
+    if (line.starts_with("* * WARNING")) {
+      diagnostics_.Note("MARK says: " + std::string(line), source_, printed.number);
+      return;
+    }
+    // What follows is keyed by a model in braces, but for the rows of
+    // betas; the tables of numbers between need no closer look.
+    const bool braces = line.find('{') != std::string_view::npos;
+    if (braces && ContainsNoCase(line, "Link Function Parameters of {")) {
+      countingBetas_ = true;
+      return;
+    }
+    if (braces && ContainsNoCase(line, "Real Function Parameters of {")) {
+      countingBetas_ = false;
+      return;
+    }
+    if (countingBetas_ && current_ && IsBetaRow(line)) {
+      ++current_->betas;
+      return;
+    }
+    if (!braces) return;
+    const auto keyed = ReadKeyed(line);
+    if (!keyed) return;
+    if (keyed->key == "-2logL") return Begin(*keyed, printed.number);
+    if (!current_ || keyed->model != current_->name) return;
+    const auto value = FirstNumber(keyed->value);
+    if (!value) return;
+    if (EqualsNoCase(keyed->key, "Number of Estimated Parameters")) current_->k = value;
+    else if (keyed->key == "AIC") current_->aic = value;
+    else if (keyed->key == "AICc") current_->aicc = value;
+    else if (keyed->key == "BIC") current_->bic = value;
+    else if (StartsWithNoCase(keyed->key, "Gap Method")) current_->gapCount = value->value;
+    else if (StartsWithNoCase(keyed->key, "Numerical Threshold Method")) current_->thresholdCount = value->value;
+  }
+
+  void TakeInput(std::string_view input, std::int64_t number) {
+    sawInput_ = true;
+    if (StartsWithNoCase(input, "proc stop")) {
+      sawStop_ = true;
+    } else if (StartsWithNoCase(input, "proc estimate")) {
+      estimateLine_ = number;
+    } else if (StartsWithNoCase(input, "model")) {
+      const std::size_t open = input.find('{');
+      const std::size_t close = input.rfind('}');
+      if (open != std::string_view::npos && close != std::string_view::npos && close > open) {
+        declared_.emplace_back(number, std::string(Trimmed(input.substr(open + 1, close - open - 1))));
+      }
+    }
+  }
+
+  static bool IsBetaRow(std::string_view line) {
+    std::size_t digits = 0;
+    while (digits < line.size() && line[digits] >= '0' && line[digits] <= '9') ++digits;
+    return digits > 0 && digits < line.size() && line[digits] == ':';
+  }
+
+  void Begin(const Keyed& keyed, std::int64_t number) {
+    if (current_) Finish();
+    current_ = Model{};
+    current_->name = std::string(keyed.model);
+    current_->line = estimateLine_ > lastEnd_ ? estimateLine_ : number;
+    current_->m2llLine = number;
+    current_->m2ll = FirstNumber(keyed.value);
+    current_->n = ess_;
+    countingBetas_ = false;
+    for (auto it = declared_.begin(); it != declared_.end(); ++it) {
+      if (it->second == current_->name) {
+        declared_.erase(it);
+        break;
+      }
+    }
+  }
+
+  void Finish() {
+    Model model = std::move(*current_);
+    current_.reset();
+    lastEnd_ = model.m2llLine;
+    const std::string label = "model {" + model.name + "}: ";
+    if (!model.m2ll) Refuse(source_, model.m2llLine, label + "-2logL is not a number");
+    if (!model.k) {
+      Refuse(source_, model.m2llLine,
+             label + "MARK never printed its 'Number of Estimated Parameters': the run was aborted before the "
+                     "model was finished");
+    }
+    const double k = model.k->value;
+    FitRecord record;
+    record.model = model.name;
+    record.source = source_;
+    record.line = model.line;
+    record.program = "MARK";
+    record.logLik = -model.m2ll->value / 2;
+    record.logLikHalfUnit = model.m2ll->halfUnit / 2;
+    record.k = k;
+    record.n = model.n;
+    record.aic = model.aic ? model.aic->value : kUnknown;
+    record.bic = model.bic ? model.bic->value : kUnknown;
+    record.kind = LikelihoodKind::ConstantsDropped;
+    record.derivation = "logLik = -(-2logL) / 2; K = Number of Estimated Parameters; n = Effective Sample Size";
+    CheckCounts(model, label, record);
+    if (model.betas > k) {
+      record.counting = "MARK counts the parameters it finds estimable: " + Count(k) + " of the " +
+                        std::to_string(model.betas) + " in the design";
+    }
+    if (std::isnan(model.n)) {
+      Amiss(record, label, "no 'Effective Sample Size' before it: n is unknown and AICc cannot be had", model.line);
+    } else if (model.aicc && model.n > k + 1) {
+      const double expected = model.m2ll->value + 2 * k + 2 * k * (k + 1) / (model.n - k - 1);
+      if (std::fabs(expected - model.aicc->value) > model.aicc->halfUnit + model.m2ll->halfUnit + 1e-9) {
+        Amiss(record, label,
+              "the printed AICc " + Number(model.aicc->value) + " is not -2logL + 2K + 2K(K+1)/(n-K-1) = " +
+                  Number(expected) + " with K = " + Count(k) + " and n = " + Count(model.n),
+              model.m2llLine);
+      }
+    }
+    records_.push_back(std::move(record));
+  }
+
+  // MARK decides K from the Hessian's singular values by two methods and by
+  // the design's columns; where they disagree its AICc rests on a guess.
+  void CheckCounts(const Model& model, const std::string& label, FitRecord& record) {
+    const double k = model.k->value;
+    if (model.gapCount && model.thresholdCount && *model.gapCount != *model.thresholdCount) {
+      Amiss(record, label,
+            "MARK's two counts of estimable parameters disagree (gap method " + Count(*model.gapCount) +
+                ", threshold method " + Count(*model.thresholdCount) + "); it used K = " + Count(k) +
+                ". See which parameters are confounded before ranking it",
+            model.m2llLine);
+    }
+    if (model.betas > k) {
+      Amiss(record, label,
+            "MARK counted K = " + Count(k) + " estimable parameters of the " + std::to_string(model.betas) +
+                " in the design; its AIC uses " + Count(k) +
+                ". Where a parameter sits at a boundary rather than being confounded, K should be " +
+                std::to_string(model.betas),
+            model.m2llLine);
+    }
+  }
+
+  // What is amiss goes into the model's warnings column and, naming the
+  // model, to the diagnostics.
+  void Amiss(FitRecord& record, const std::string& label, std::string text, std::int64_t line) {
+    diagnostics_.Warn(label + text, source_, line);
+    record.warnings.push_back(std::move(text));
+  }
+
+  static std::string Count(double value) { return std::to_string(static_cast<long long>(value)); }
+
+  static std::string Number(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.5f", value);
+    return text;
+  }
+
+  const std::string& source_;
+  Diagnostics& diagnostics_;
+  std::vector<FitRecord> records_;
+  std::optional<Model> current_;
+  std::vector<std::pair<std::int64_t, std::string>> declared_;
+  double ess_ = kUnknown;
+  std::int64_t estimateLine_ = 0;
+  std::int64_t lastEnd_ = 0;
+  bool countingBetas_ = false;
+  bool sawInput_ = false;
+  bool sawStop_ = false;
+};
+
+}  // namespace
+
+bool LooksLikeMarkOutput(std::string_view text) {
+  // MARK's own marks, each at the start of a line after blanks; outputs of
+  // other programs quoting them in the middle of a line are not MARK's.
+  const std::string_view head = text.substr(0, 1 << 20);
+  for (const std::string_view mark : {std::string_view("-2logL {"), std::string_view("INPUT --- proc estimate")}) {
+    for (std::size_t at = head.find(mark); at != std::string_view::npos; at = head.find(mark, at + 1)) {
+      std::size_t before = at;
+      while (before > 0 && (head[before - 1] == ' ' || head[before - 1] == '\t')) --before;
+      if (before == 0 || head[before - 1] == '\n' || head[before - 1] == '\r') return true;
+    }
+  }
+  return false;
+}
+
+std::vector<FitRecord> ReadMarkOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+  return MarkReader(source, diagnostics).Read(text);
+}
+
+}  // namespace drav::selection::fits

@@ -1,0 +1,315 @@
+#include "selection/fits/stata_output.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <optional>
+
+#include "selection/fits/fit_refusal.hpp"
+#include "selection/fits/model_names.hpp"
+#include "selection/fits/printed_text.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+struct LogLine {
+  std::string text;
+  std::int64_t number = 0;
+};
+
+// A text log wraps every line longer than the line size, going on after
+// "> " on the next; the break falls anywhere, inside a number too, so the
+// pieces are joined as they stand.
+std::vector<LogLine> JoinContinuations(std::string_view text) {
+  std::vector<LogLine> lines;
+  for (const auto& line : SplitLines(text)) {
+    if (line.text.starts_with("> ") && !lines.empty()) {
+      lines.back().text += line.text.substr(2);
+    } else {
+      lines.push_back({std::string(line.text), line.number});
+    }
+  }
+  return lines;
+}
+
+// One estimation as the log shows it.
+struct Fit {
+  std::int64_t line = 0;  // its command
+  std::int64_t likelihoodLine = 0;
+  bool pseudo = false;
+  bool restricted = false;
+  bool regress = false;  // its AIC counts the coefficients, not the residual variance
+  std::string name;  // as `estimates store` gave it
+};
+
+// One row of an information-criteria table.
+struct Row {
+  std::string name;  // "." for the estimates in memory
+  std::int64_t line = 0;
+  int fit = -1;      // the fit in memory when the table was made
+  double n = 0, llNull = kUnknown, ll = 0, df = 0, aic = 0, bic = 0;
+  double llHalfUnit = 0;  // ll(model) is printed to 7 significant digits at most
+  std::string_view nColumn = "N";  // or "Obs", as the header names it
+};
+
+std::string StoredName(std::string_view word) {
+  while (!word.empty() && (word.back() == ',' || word.back() == ':')) word.remove_suffix(1);
+  return std::string(word);
+}
+
+class StataReader {
+ public:
+  StataReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+
+  std::vector<FitRecord> Read(std::string_view text) {
+    if (Trimmed(text.substr(0, 64)).starts_with("{smcl}")) {
+      Refuse(source_, 1,
+             "this is a SMCL log; Drav reads Stata's text logs: 'translate " + FileStem(source_) + ".smcl " +
+                 FileStem(source_) + ".log' makes one, or 'log using FILE, text' writes one");
+    }
+    const auto lines = JoinContinuations(text);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      const std::string_view line = lines[i].text;
+      if (line.starts_with(". ")) {
+        TakeCommand(Trimmed(line.substr(2)), lines[i].number);
+      } else if (line.find("ll(null)") != std::string_view::npos && line.find("ll(model)") != std::string_view::npos) {
+        i = TakeTable(lines, i);
+      } else {
+        TakeFitText(Trimmed(line), lines[i].number);
+      }
+    }
+    return Records();
+  }
+
+ private:
+  void TakeCommand(std::string_view command, std::int64_t number) {
+    const auto words = Words(command);
+    commandLine_ = number;
+    if (words.empty()) return;
+    const std::string_view verb = words[0];
+    commandIsRegress_ = verb.size() >= 3 && std::string_view("regress").starts_with(verb);
+    const bool estimates = verb.size() >= 3 && std::string_view("estimates").starts_with(verb);
+    if (estimates && words.size() >= 3 && words[1].starts_with("sto")) return Store(StoredName(words[2]));
+    if (verb == "eststo" && words.size() >= 2) return Store(StoredName(words[1]));
+    if (estimates && words.size() >= 3 && words[1].starts_with("res")) {
+      const auto stored = stored_.find(StoredName(words[2]));
+      if (stored != stored_.end()) current_ = stored->second;
+    }
+  }
+
+  void Store(const std::string& name) {
+    if (current_ < 0) return;
+    fits_[static_cast<std::size_t>(current_)].name = name;
+    stored_[name] = current_;
+  }
+
+  // The header of an estimation names its likelihood; the first such line
+  // after a command makes that command a fit.
+  void TakeFitText(std::string_view line, std::int64_t number) {
+    const bool pseudo = line.starts_with("Log pseudolikelihood") || line.starts_with("Log pseudo-likelihood");
+    const bool restricted = line.starts_with("Log restricted-likelihood");
+    const bool likelihood = pseudo || restricted || line.starts_with("Log likelihood");
+    const std::size_t obs = line.find("Number of obs");
+    const bool header = obs != std::string_view::npos && obs + 13 < line.size() &&
+                        (line[obs + 13] == ' ' || line[obs + 13] == '=');
+    if (!likelihood && !header) return;
+    if (fitCommandLine_ != commandLine_) {
+      fitCommandLine_ = commandLine_;
+      fits_.push_back({commandLine_, 0, false, false, commandIsRegress_, {}});
+      current_ = static_cast<int>(fits_.size()) - 1;
+    }
+    Fit& fit = fits_.back();
+    if (likelihood) {
+      fit.pseudo = pseudo;
+      fit.restricted = restricted;
+      fit.likelihoodLine = number;
+    }
+  }
+
+  // The columns are named in the header: Obs or N, ll(null), ll(model), df,
+  // then AIC and BIC, or the AICc and CAIC that estat ic's options ask for.
+  std::size_t TakeTable(const std::vector<LogLine>& lines, std::size_t header) {
+    columns_.clear();
+    const std::string_view head = lines[header].text;
+    if (const std::size_t bar = head.find('|'); bar != std::string_view::npos) {
+      for (const auto word : Words(head.substr(bar + 1))) columns_.emplace_back(word);
+    }
+    std::size_t i = header + 1;
+    while (i < lines.size() && lines[i].text.find('+') == std::string::npos) ++i;  // the rule under the header
+    for (++i; i < lines.size(); ++i) {
+      const std::string_view line = lines[i].text;
+      const std::size_t bar = line.find('|');
+      if (bar == std::string_view::npos) break;  // the closing rule
+      TakeRow(line, bar, lines[i].number);
+    }
+    return i;
+  }
+
+  void TakeRow(std::string_view line, std::size_t bar, std::int64_t number) {
+    const auto cells = Words(line.substr(bar + 1));
+    Row row;
+    row.name = std::string(Trimmed(line.substr(0, bar)));
+    row.line = number;
+    row.fit = current_;
+    const auto printed = [&](std::string_view column) -> std::optional<Printed> {
+      for (std::size_t i = 0; i < columns_.size() && i < cells.size(); ++i) {
+        if (columns_[i] == column) return ReadGrouped(cells[i], ',');
+      }
+      return std::nullopt;
+    };
+    const auto read = [&](std::string_view column) -> std::optional<double> {
+      const auto value = printed(column);
+      return value ? std::optional<double>(value->value) : std::nullopt;
+    };
+    const auto n = read("N") ? read("N") : read("Obs");
+    if (!read("N")) row.nColumn = "Obs";
+    const auto ll = printed("ll(model)");
+    const auto df = read("df");
+    if (cells.size() != columns_.size() || !n || !ll || !df) {
+      Refuse(source_, number,
+             "Stata's row for '" + row.name + "' does not hold N, ll(model) and df as numbers under its header" +
+                 (ll || cells.size() != columns_.size() ? std::string() : ": without ll(model) it cannot be ranked"));
+    }
+    row.n = *n;
+    row.ll = ll->value;
+    row.llHalfUnit = ll->halfUnit;
+    row.df = *df;
+    row.aic = read("AIC").value_or(kUnknown);
+    row.bic = read("BIC").value_or(kUnknown);
+    if (const auto llNull = read("ll(null)")) row.llNull = *llNull;
+    rows_.push_back(std::move(row));
+  }
+
+  // Stata shortens a long name to its first letters, "~" and its last
+  // (weight_and~r); the stored names in the log tell which it was. Where
+  // they do not, `doubt` says so.
+  std::string Expand(const Row& row, std::string& doubt) const {
+    const std::size_t tilde = row.name.find('~');
+    if (tilde == std::string::npos) return row.name;
+    const std::string_view prefix = std::string_view(row.name).substr(0, tilde);
+    const std::string_view suffix = std::string_view(row.name).substr(tilde + 1);
+    std::vector<std::string> matches;
+    for (const auto& [name, fit] : stored_) {
+      if (name.size() >= row.name.size() && name.starts_with(prefix) && name.ends_with(suffix)) matches.push_back(name);
+    }
+    if (matches.size() == 1) return matches[0];
+    doubt = "Stata shortened the name '" + row.name + "' and the log stores " +
+            (matches.empty() ? std::string("no model") : std::to_string(matches.size()) + " models") +
+            " it could stand for: which fit it is, and whether its likelihood is a pseudolikelihood, cannot be told";
+    return row.name;
+  }
+
+  std::vector<FitRecord> Records() {
+    std::vector<FitRecord> records;
+    std::map<std::string, std::size_t> named;  // a model listed again (estat ic, then estimates stats)
+    std::map<int, std::size_t> unnamed;  // by fit: estat ic typed twice after one fit
+    for (const Row& row : rows_) {
+      int fitIndex = row.fit;
+      std::string name = row.name;
+      std::string doubt;
+      if (name == ".") {
+        if (fitIndex >= 0 && !fits_[static_cast<std::size_t>(fitIndex)].name.empty()) {
+          name = fits_[static_cast<std::size_t>(fitIndex)].name;
+        }
+      } else {
+        name = Expand(row, doubt);
+        const auto stored = stored_.find(name);
+        fitIndex = stored == stored_.end() ? -1 : stored->second;
+      }
+      const Fit* fit = fitIndex >= 0 ? &fits_[static_cast<std::size_t>(fitIndex)] : nullptr;
+      FitRecord record = Record(row, fit, name);
+      if (!doubt.empty()) record.warnings.push_back(std::move(doubt));
+      if (name == ".") {
+        record.model = FileStem(source_);
+        if (fitIndex >= 0 && unnamed.contains(fitIndex)) continue;
+        if (fitIndex >= 0) unnamed[fitIndex] = records.size();
+        records.push_back(std::move(record));
+        continue;
+      }
+      const auto seen = named.find(name);
+      if (seen == named.end()) {
+        named[name] = records.size();
+        records.push_back(std::move(record));
+        continue;
+      }
+      FitRecord& earlier = records[seen->second];
+      if (earlier.logLik != record.logLik || earlier.k != record.k || earlier.n != record.n) {
+        record.warnings.push_back("listed again on line " + std::to_string(row.line) +
+                                  " with other numbers than before; the later are read");
+        record.line = earlier.line;
+        earlier = std::move(record);
+      }
+    }
+    NumberRepeatedNames(records);
+    // Told once a model, whichever rows listed it.
+    for (const FitRecord& record : records) {
+      for (const std::string& warning : record.warnings) {
+        diagnostics_.Warn("model '" + record.model + "': " + warning, source_, record.line);
+      }
+    }
+    return records;
+  }
+
+  FitRecord Record(const Row& row, const Fit* fit, const std::string& name) {
+    const std::string label = "model '" + name + "': ";
+    if (!fit) {
+      diagnostics_.Note(label + "the log does not show the fit behind this row, so whether its likelihood is a "
+                                "pseudolikelihood cannot be told",
+                        source_, row.line);
+    }
+    FitRecord record;
+    record.model = name;
+    record.source = source_;
+    record.line = fit ? fit->line : row.line;
+    record.program = "Stata";
+    record.logLik = row.ll;
+    record.logLikHalfUnit = row.llHalfUnit;
+    record.k = row.df;
+    record.n = row.n;
+    record.aic = row.aic;
+    record.bic = row.bic;
+    record.kind = fit && fit->restricted ? LikelihoodKind::REML : LikelihoodKind::ML;
+    record.derivation = "logLik = ll(model); K = df; n = " + std::string(row.nColumn);
+    if (fit && fit->pseudo) {
+      record.kind = LikelihoodKind::Pseudo;
+      record.warnings.push_back("Stata fitted it with robust, cluster or survey weights and printed a log "
+                                "pseudolikelihood (line " + std::to_string(fit->likelihoodLine) +
+                                "); AIC and BIC made from a pseudolikelihood rank nothing: refit it without "
+                                "vce(robust) or pweights to compare by AIC");
+    }
+    if (fit && fit->regress) {
+      // K counts every parameter, as for the other programs' fits; Stata's
+      // df, and so its AIC, leave the residual variance out.
+      record.k = row.df + 1;
+      record.derivation = "logLik = ll(model); K = df + 1, the residual variance that Stata's df after regress "
+                          "leaves out; n = " + std::string(row.nColumn);
+      record.counting = "Stata's AIC after regress leaves out the residual variance, 2 below R's AIC()";
+    }
+    return record;
+  }
+
+  const std::string& source_;
+  Diagnostics& diagnostics_;
+  std::vector<Fit> fits_;
+  std::map<std::string, int> stored_;
+  std::vector<Row> rows_;
+  std::vector<std::string> columns_;
+  int current_ = -1;
+  bool commandIsRegress_ = false;
+  std::int64_t commandLine_ = 0;
+  std::int64_t fitCommandLine_ = -1;
+};
+
+}  // namespace
+
+bool LooksLikeStataOutput(std::string_view text) {
+  if (Trimmed(text.substr(0, 64)).starts_with("{smcl}")) return true;
+  const std::string_view head = text.substr(0, 1 << 22);
+  return head.find("ll(null)") != std::string_view::npos && head.find("ll(model)") != std::string_view::npos;
+}
+
+std::vector<FitRecord> ReadStataOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+  return StataReader(source, diagnostics).Read(text);
+}
+
+}  // namespace drav::selection::fits
