@@ -57,7 +57,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   }
   WarnOfEmptySet(table, emptyByLine, diagnostics);
   WarnOfDifferentN(table, diagnostics);
-  WarnOfRepeatedNames(table, diagnostics);
+  WarnOfRepeatedNames(table, diagnostics, options.threads);
   rows.WarnOfDisagreement(diagnostics);
   return table;
 }

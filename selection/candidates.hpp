@@ -34,6 +34,7 @@ struct LoadOptions {
   // models of them. Only for a file that ends (a regular file): a reader
   // waiting on a quiet pipe would keep a refusal from being told.
   bool readAhead = false;
+  unsigned threads = 1;  // 2 where a second core may share the work after reading
   // Shown the header and every record as the models are read, for what
   // else the rows hold (the terms of a wide coefficient table); none: nothing.
   RowObserver* observer = nullptr;

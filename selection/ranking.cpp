@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "selection/two_halves.hpp"
+
 namespace drav::selection {
 namespace {
 
@@ -12,7 +14,7 @@ namespace {
 using Order = std::vector<std::pair<double, std::uint32_t>>;
 
 RankedSet RankOne(std::uint32_t set, Order order, const RankOptions& options) {
-  std::sort(order.begin(), order.end());
+  SortInTwoHalves(order, options.threads);
   std::vector<RankedModel> models(order.size());
   const double best = order.front().first;
   // Likelihoods are exp(-delta/2) of differences, never of the criteria

@@ -38,6 +38,7 @@ struct RankOptions {
   // By model of the table: which to rank, the others left out as if the file
   // had not held them; none: every model. Each set must keep one at least.
   const std::vector<bool>* keep = nullptr;
+  unsigned threads = 1;  // 2 where a second core may share the sort
 };
 
 // One RankedSet per set, in order of the sets' first appearance.

@@ -18,6 +18,7 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
                      Diagnostics& diagnostics) {
   const bool terms = request.command == Command::Importance || request.command == Command::AverageAll;
   LoadOptions load = request.load;
+  load.threads = request.threads;
   // The wide form's terms are read beside the models, from the same rows.
   WideCoefficients wide(models.Name(), load.byColumn, load.modelColumn);
   if (terms && !coefficients) load.observer = &wide;
@@ -52,10 +53,10 @@ Selection::Selection(CandidateTable table, const SelectionRequest& request, Diag
 }
 
 std::size_t Selection::RankSubset(const SelectionRequest& request, Diagnostics& diagnostics) {
-  ranked_ = Rank(table_, {request.level, request.fileOrder});
+  ranked_ = Rank(table_, {request.level, request.fileOrder, nullptr, request.threads});
   if (!request.subset.Any()) return table_.models.size();
   const std::vector<bool> keep = SubsetMask(table_, ranked_, request.subset, diagnostics);
-  ranked_ = Rank(table_, {request.level, request.fileOrder, &keep});
+  ranked_ = Rank(table_, {request.level, request.fileOrder, &keep, request.threads});
   std::size_t kept = 0;
   for (const RankedSet& set : ranked_) kept += set.models.size();
   return kept;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "selection/message_text.hpp"
+#include "selection/two_halves.hpp"
 
 namespace drav::selection {
 
@@ -31,7 +32,7 @@ void WarnOfDifferentN(const CandidateTable& table, Diagnostics& diagnostics) {
   }
 }
 
-void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics) {
+void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics, unsigned threads) {
   // Hashes sorted side by side find the repeats of a million names in a
   // fraction of the time a hash map of the names takes.
   std::vector<std::pair<std::size_t, std::size_t>> hashes;  // (hash of set and name, model)
@@ -40,7 +41,7 @@ void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics) {
     const Candidate& c = table.models[i];
     hashes.emplace_back(std::hash<std::string_view>()(c.model) ^ (std::size_t{c.set} * 0x9E3779B97F4A7C15ULL), i);
   }
-  std::sort(hashes.begin(), hashes.end());
+  SortInTwoHalves(hashes, threads);
   std::size_t repeats = 0;
   std::pair<std::size_t, std::size_t> first;  // the earliest repeat in file order
   for (std::size_t i = 1; i < hashes.size(); ++i) {

@@ -15,7 +15,7 @@ void WarnOfDifferentN(const CandidateTable& table, Diagnostics& diagnostics);
 // A name given twice within a set: the earliest repeat, and how many more.
 // Marks the table's repeatedNames, so that a coefficient file is not joined
 // by names that stand for two models.
-void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics);
+void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics, unsigned threads = 1);
 
 // Rows without a value in the --by column, which form a set of their own;
 // `emptyByLine` is the first such row's line, 0 for none.

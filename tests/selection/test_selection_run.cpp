@@ -152,5 +152,40 @@ TEST(Diagnostics, DescribeNamesWhatIsKnown) {
   EXPECT_EQ(Describe({Severity::Note, "", 0, "", "alone"}), "alone");
 }
 
+// Two threads sort the models and their names' hashes in halves and merge
+// them: the ranks, ties in file order and the repeated names are those one
+// thread finds, on a set large enough to split.
+TEST(Selection, TwoThreadsRankAsOne) {
+  std::string models = "model,AIC\n";
+  for (int i = 0; i < 100000; ++i) {
+    // Values repeat every 997 models and names every 50000: ties and repeats
+    // fall in both halves.
+    models.append(1, 'm').append(std::to_string(i % 50000)).append(1, ',');
+    models.append(std::to_string((i * 7919) % 997)).append(1, '\n');
+  }
+  const auto run = [&models](unsigned threads) {
+    auto file = testing_support::MemoryInput(models);
+    Diagnostics diagnostics;
+    DelimitedReader reader(file.get(), "m.csv", diagnostics);
+    SelectionRequest request;
+    request.threads = threads;
+    const Selection selection(reader, nullptr, request, diagnostics);
+    std::string text;
+    for (std::size_t row = 0; row < selection.Layout().rows; row += 997) {
+      for (const Column& column : selection.Layout().columns) {
+        const Cell cell = column.cell(row);
+        text += cell.kind == CellKind::Text ? std::string(cell.text) : std::to_string(cell.number);
+        text += ',';
+      }
+      text += '\n';
+    }
+    for (const Diagnostic& d : diagnostics.All()) text += d.text + '\n';
+    return text;
+  };
+  const std::string one = run(1);
+  EXPECT_NE(one.find("the model name 'm0' is given twice (lines 2 and 50002)"), std::string::npos) << one;
+  EXPECT_EQ(run(2), one);
+}
+
 }  // namespace
 }  // namespace drav::selection
