@@ -54,7 +54,7 @@ row("lavaan/groups-missing.txt", 1, cfa(hs, data = g, group = "school", missing 
 row("mplus/cfa-ml.out", 1, cfa(hs, data = HolzingerSwineford1939, mimic = "Mplus"), 0.0011)
 row("mplus/groups-mlr.out", 1, cfa(hs, data = HolzingerSwineford1939, mimic = "Mplus", estimator = "MLR",
                                    group = "school"), 0.0011)
-s <- read.csv("statsmodels/spector.csv")
+s <- read.csv("statsmodels/grades.csv")
 row("statsmodels/ols.txt", 1, lm(GRADE ~ GPA + TUCE + PSI, s), 0.0011)
 row("statsmodels/notebook.ipynb", 1, lm(GRADE ~ GPA + TUCE + PSI, s), 0.0011)
 row("statsmodels/logit.txt", 1, glm(GRADE ~ GPA + TUCE + PSI, binomial, s), 0.0011)

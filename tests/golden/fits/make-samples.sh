@@ -137,7 +137,7 @@ PY
 $py sm.py ols >"$out/statsmodels/ols.txt"
 $py sm.py logit >"$out/statsmodels/logit.txt"
 $py sm.py glm >"$out/statsmodels/gamma-glm.txt"
-$py sm.py data "$out/statsmodels/spector.csv" "$out/statsmodels/scotland.csv"
+$py sm.py data "$out/statsmodels/grades.csv" "$out/statsmodels/scotland.csv"
 $py - "$out/statsmodels/ols.txt" >"$out/statsmodels/notebook.ipynb" <<'PY'
 import json, sys
 text = open(sys.argv[1]).read()
