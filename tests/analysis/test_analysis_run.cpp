@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "analysis/end_of_line.hpp"
 #include "analysis/runtime_exception.hpp"
 #include "tests/analysis/scripted_host.hpp"
 #include "tests/analysis/temp_file.hpp"
@@ -11,9 +8,6 @@ namespace drav {
 namespace {
 
 using testing_support::TempFile;
-
-const std::string kMissingMessage = std::string(kCountMissingMessage) + EndOfLine::Platform();
-const std::string kInvalidMessage = std::string(kCountInvalidMessage) + EndOfLine::Platform();
 
 // A host whose window already shows an earlier report, hidden, and whose
 // dialog answers with `file` (or is cancelled).
@@ -32,51 +26,20 @@ void ExpectUntouched(const Press& press, int focusCalls) {
   EXPECT_EQ(press.window.focusCalls, focusCalls);
 }
 
-struct CountCase {
-  const char* count;
-  RunOutcome outcome;
-  int reportRows;  // models in the report when there is one
-};
-
-class Count : public testing::TestWithParam<CountCase> {};
-
-// Both limits are judged on the full value, which is then truncated; the
-// field keeps whatever was typed.
-TEST_P(Count, IsCheckedBeforeTheDialog) {
-  const CountCase& c = GetParam();
-  const TempFile file("A1\t204\nA2\t202\nB1\t206\n");
-  Press press(c.count, file.Path());
-  ASSERT_EQ(press.Run(), c.outcome);
-  EXPECT_EQ(press.window.count, c.count);
-  if (c.outcome == RunOutcome::Reported) {
-    EXPECT_EQ(press.dialog.shown, 1);
-    EXPECT_TRUE(press.alert.messages.empty());
-    EXPECT_EQ(std::ranges::count(press.window.results, EndOfLine::Build().back()), 12 + c.reportRows);
-    return;
+// Which counts are refused, and with which message, is the classic goldens'
+// (tests/golden/classic.batch); here what a refusal does to the window: one
+// alert, no dialog, the focus back in the count, the report left alone.
+TEST(Count, ARefusedCountAlertsOnceBeforeAnyDialog) {
+  const TempFile file("A1\t204\nA2\t202\n");
+  for (const std::string count : {"", "1", "100"}) {
+    Press press(count, file.Path());
+    EXPECT_NE(press.Run(), RunOutcome::Reported) << count;
+    EXPECT_EQ(press.dialog.shown, 0) << count;
+    EXPECT_EQ(press.alert.messages.size(), 1u) << count;
+    EXPECT_EQ(press.window.count, count);
+    ExpectUntouched(press, 1);
   }
-  EXPECT_EQ(press.dialog.shown, 0);
-  EXPECT_EQ(press.alert.messages,
-            std::vector<std::string>{c.outcome == RunOutcome::CountMissing ? kMissingMessage : kInvalidMessage});
-  ExpectUntouched(press, 1);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, Count,
-    testing::Values(CountCase{"", RunOutcome::CountMissing, 0}, CountCase{" ", RunOutcome::CountInvalid, 0},
-                    CountCase{"abc", RunOutcome::CountInvalid, 0}, CountCase{"-5", RunOutcome::CountInvalid, 0},
-                    CountCase{"0", RunOutcome::CountInvalid, 0}, CountCase{"1", RunOutcome::CountInvalid, 0},
-                    CountCase{"1.9", RunOutcome::CountInvalid, 0}, CountCase{"2", RunOutcome::Reported, 2},
-                    CountCase{"2.5", RunOutcome::Reported, 2}, CountCase{"02", RunOutcome::Reported, 2},
-                    CountCase{"3abc", RunOutcome::Reported, 3}, CountCase{"99", RunOutcome::Reported, 99},
-                    CountCase{"99.5", RunOutcome::CountInvalid, 0}, CountCase{"100", RunOutcome::CountInvalid, 0}),
-    // The count as typed, spelled in the letters a test name may hold.
-    [](const testing::TestParamInfo<CountCase>& info) {
-      std::string name = *info.param.count == '\0' ? "none" : "typed_";
-      for (const char* c = info.param.count; *c != '\0'; ++c) {
-        name += *c == ' ' ? "blank" : *c == '-' ? "minus" : *c == '.' ? "point" : std::string(1, *c);
-      }
-      return name;
-    });
 
 TEST(FileChoice, CancelOrAVanishedFileEndsSilently) {
   std::filesystem::path vanished;
@@ -104,7 +67,7 @@ TEST(LowestAic, MissingLowestShowsTheMessageAndLeavesTheAreaAlone) {
   const TempFile file("A\t99999999999\nB\t1e12\n");
   Press press("2", file.Path());
   EXPECT_EQ(press.Run(), RunOutcome::NoLowestAIC);
-  EXPECT_EQ(press.alert.messages, std::vector<std::string>{kNoLowestAICMessage});
+  EXPECT_EQ(press.alert.messages.size(), 1u);
   ExpectUntouched(press, 1);
 }
 
@@ -120,11 +83,13 @@ TEST(Report, EachRunAppendsItsReportAndShowsTheArea) {
   const TempFile second("X\t1\nY\t3\n", "second.txt");
   Press press("3", first.Path());
   ASSERT_EQ(press.Run(), RunOutcome::Reported);
-  press.window.count = "2";
+  press.window.count = std::string(1, '2');  // not = "2", which GCC 12 at -O3 warns of wrongly (-Wrestrict)
   press.dialog.answer = FolderItem(second.Path());
   ASSERT_EQ(press.Run(), RunOutcome::Reported);
   EXPECT_TRUE(press.window.resultsVisible);
   EXPECT_EQ(press.window.focusCalls, 0);
+  EXPECT_EQ(press.dialog.shown, 2);
+  EXPECT_TRUE(press.alert.messages.empty());
   EXPECT_EQ(press.window.results, "earlier report" + ReportOf("3", first.Path()) + ReportOf("2", second.Path()));
 }
 
