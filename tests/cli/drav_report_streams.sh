@@ -20,6 +20,16 @@ check "classic: process substitution" "$report" "$("$bin" 5 <(cat "$five") | tai
 check "table: a pipe" "" "$(diff <("$bin" table "$lm") <(cat "$lm" | "$bin" table -))"
 check "table: process substitution" "" "$(diff <("$bin" table "$lm") <("$bin" table <(cat "$lm")))"
 
+# Lines far longer than anything kept of them, across many chunks of the
+# stream: the name is cut to 8 characters, the value read in full (-1 from
+# 200,000 digits and an exponent), and the next line found.
+python3 -c 'n = 200000
+print("\u00e9" + "n" * n + "\t-1" + "0" * n + "e-" + str(n) + "\t" + "x" * n)
+print("m" * n + ",7.25")
+print("c," + "9" * n)' >"$tmp/huge.txt"
+check "huge fields" "énnnnnnn -1.0|mmmmmmmm +7.25|c <.0001" \
+  "$("$bin" 3 "$tmp/huge.txt" | sed -n 7,9p | awk '{ print $1, $2 }' | paste -sd'|')"
+
 ln -s "$tmp/loop-b" "$tmp/loop-a" && ln -s "$tmp/loop-a" "$tmp/loop-b"
 "$bin" 5 "$tmp/loop-a" 2>"$tmp/err"
 check "link loop: status" 1 $?
