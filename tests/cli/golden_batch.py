@@ -19,6 +19,7 @@
 #   > stderr
 #
 # "> stdout, no line end" (or stderr) stands where the last line has none.
+# Blanks at the ends of lines count (the classic report's cells end in them).
 # The commands run in bash, in a fresh folder of this run and batch file
 # that holds its files, with drav-report standing for the program under
 # test, LC_ALL=C.UTF-8 and TZ=UTC. {src} stands for the source folder and
