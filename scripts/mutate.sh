@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Mutation check: applies each mutant of mutation/mutants.tsv, one at a time,
 # to a scratch copy of the committed tree, rebuilds incrementally, runs the
-# suite and counts the mutant killed when a test fails. Prints the score and
-# the survivors. Not part of CI: a mutant takes about twenty seconds.
+# suite and counts the mutant killed when a test fails (the suite stops at
+# that test: the rest could not save it). Prints the score and the
+# survivors. Not part of CI: a mutant takes about twenty seconds.
 #   scripts/mutate.sh [PATTERN]     only mutants whose line matches PATTERN
 # A mutant line is: file <TAB> text as it stands <TAB> text after the edit.
 # "\n", "\t" and "\\" stand for a line end, a tab and a backslash. The
@@ -49,7 +50,7 @@ PY
   if ! cmake --build "$scratch/build" --parallel "$(nproc)" >/dev/null 2>&1; then
     echo "STILLBORN  $file: $before -> $after"; stillborn=$((stillborn + 1))
   elif ctest --test-dir "$scratch/build" --parallel "$(nproc)" -E "$([[ $file == app/* ]] && echo versus_r || echo "$exclude")" \
-         --timeout 120 >/dev/null 2>&1; then
+         --stop-on-failure --timeout 120 >/dev/null 2>&1; then
     echo "SURVIVED   $file: $before -> $after"; survived=$((survived + 1)); survivors+=("$file: $before -> $after")
   else
     echo "killed     $file: $before -> $after"; killed=$((killed + 1))

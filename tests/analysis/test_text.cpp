@@ -54,10 +54,5 @@ TEST(ChrAndAsc, RoundTripCodePoints) {
   EXPECT_EQ(Chr(0xD800), utf8::kReplacement);
 }
 
-TEST(Utf8Sanitize, ReplacesEachInvalidByte) {
-  EXPECT_EQ(utf8::Sanitize("plain" + kEuro), "plain" + kEuro);
-  EXPECT_EQ(utf8::Sanitize("a\xFF" "b\xE2\x82"), "a\xEF\xBF\xBD" "b\xEF\xBF\xBD\xEF\xBF\xBD");
-}
-
 }  // namespace
 }  // namespace drav

@@ -12,19 +12,6 @@ check() {  # name, expected, actual
 check_text() {  # name, file that must contain the text, text
   if grep -qF -- "$3" "$2"; then passes=$((passes + 1)); else echo "FAIL: $1: no '$3' in:"; cat "$2"; failures=$((failures + 1)); fi
 }
-run_cases() {  # program; cases on stdin, one a line:
-  # name | expected status | text the output holds (stdout and stderr; for a
-  # failure, stderr) | arguments, as the shell would read them
-  local program=$1 name status holds args
-  while IFS='|' read -r name status holds args; do
-    [ -z "$name" ] && continue
-    eval "set -- $args"
-    "$program" "$@" >"$tmp/out" 2>"$tmp/err"
-    check "$name: status" "$status" "$?"
-    if [ "$status" -eq 0 ]; then cat "$tmp/err" >>"$tmp/out"; check_text "$name: output" "$tmp/out" "$holds"
-    else check_text "$name: message" "$tmp/err" "$holds"; fi
-  done
-}
 finish() {  # name of the suite
   echo "$1: $passes passed, $failures failed"
   [ "$failures" -eq 0 ]

@@ -36,18 +36,14 @@ a11y=$!
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 
 # With a display, --help and --version answer on the terminal and open no
-# window: a window would keep drav running into the timeout. Without one,
-# drav says so and ends with status 1, not with Qt's abort.
+# window: a window would keep drav running into the timeout. (Without one,
+# drav_terminal_test.sh.)
 for option in --help --version; do
   status=0
   timeout 10 "$build/drav" "$option" >"$artefacts/answer.txt" 2>&1 || status=$?
   [ "$status" = 0 ] || fail "drav $option with a display ended with status $status"
   grep -q 'drav' "$artefacts/answer.txt" || fail "drav $option with a display printed nothing"
 done
-status=0
-env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "$build/drav" >/dev/null 2>"$artefacts/answer.txt" || status=$?
-[ "$status" = 1 ] || fail "drav without a display ended with status $status, not 1"
-grep -q 'found no display' "$artefacts/answer.txt" || fail "drav without a display did not say so"
 
 "$build/drav" >"$artefacts/drav.log" 2>&1 &
 app=$!

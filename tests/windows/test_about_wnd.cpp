@@ -39,15 +39,16 @@ class AboutWndTest : public QObject {
     delete GetImplicitWindow(AboutWnd::kClassName);
   }
 
-  // The panel comes up alone, with its picture, and its timer hands over
-  // once.
+  // The panel comes up alone, with its picture, stays long enough to be
+  // read (a second here: a timer never fires early, so a busy machine only
+  // makes it stay longer), and its timer hands over once.
   void panelComesUpAloneAndItsTimerHandsOverOnce() {
     QVERIFY(about->isVisible());
     QVERIFY(GetImplicitWindow(ControlWnd::kClassName) == nullptr);
-    QCOMPARE(about->Content()->size(), QSize(450, 350));
     QVERIFY(about->Canvas2().Backdrop() != nullptr);
-    QCOMPARE(about->Timer1().Period(), std::int64_t{4000});
-    QVERIFY(about->Timer1().IsActive());
+    QTest::qWait(1000);
+    QVERIFY(about->isVisible());
+    QVERIFY(GetImplicitWindow(ControlWnd::kClassName) == nullptr);
     Hurry();
     QTRY_VERIFY_WITH_TIMEOUT(MainWindowShown(), 5000);
     QVERIFY(!about->isVisible());
