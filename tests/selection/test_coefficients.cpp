@@ -128,30 +128,12 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"WideRoleColumnLaterHoldsNa", [] { return Wide("model,AIC,K,df,x\na,1,3,3,4\nb,2,NA,2,5\n", ""); },
              "t.csv:3: column 'K' holds 'NA', as a term's column does, but is read as K from the first line; --term K "
              "reads it as a term, --k K as K"},
-        // reshape(direction = "wide") of tidy(): estimate.X is X, std.error.X
-        // its SE, the other statistics never terms.
-        Case{"WideSpreadTidy",
-             [] { return Wide("model,AIC,estimate.x,std.error.x,statistic.x,p.value.x,estimate_y,std.error_y\n"
-                              "a,1,2,0.5,4,0.01,3,1\n", ""); },
-             "x=[2~0.5] y=[3~1]"},
-        // glance() and bbmle's AICctab hold statistics of the model, no term.
-        Case{"WideGlanceHasNoTerms",
-             [] { return Wide("model,r.squared,adj.r.squared,sigma,statistic,p.value,logLik,AIC,BIC,deviance,"
-                              "df.residual,nobs,K\na,0.7,0.6,2.5,40,1e-9,-80,166,170,278,30,32,3\n", ""); },
-             ""},
-        Case{"WideBbmleDifferences", [] { return Wide("\"\",dLogLik,dAICc,df,AICc,weight\nm1,0,0,3,10,0.9\n", ""); },
-             ""},
-        Case{"WideSeWithoutItsTerm", [] { return Wide("model,AIC,se_x\na,1,0.5\n", ""); },
-             "t.csv: column 'se_x' is named as the standard errors of a term 'x', but no column holds that term; "
-             "--term 'se_x' reads it as a term of its own"},
         Case{"WideDecimalComma", [] { return Wide("model;AIC;x\na;1;2,5\n", ""); }, "x=[2.5]"},
         // Drav's own table read back holds no term.
         Case{"WideDravTableHasNoTerms",
              [] { return Wide("rank,model,k,loglik,aicc,delta,likelihood,weight,cumulative_weight,evidence_ratio,"
                               "confidence_set\n1,a,2,-1,6,0,1,1,1,1,true\n", ""); },
              ""},
-        Case{"WideNumbersThenText", [] { return Wide("model,AIC,x\na,1,2\nb,2,oops\n", ""); },
-             " warning: column 'x' holds text on line 3 after numbers, so it is not read as a term"},
         Case{"WideNegativeSe", [] { return Wide("model,AIC,x,x_se\na,1,2,-1\n", ""); },
              "t.csv:2: column 'x_se' holds '-1', not a standard error"},
         // Tidy rows, a model without rows, and an NA estimate (an aliased
@@ -170,12 +152,6 @@ INSTANTIATE_TEST_SUITE_P(
              [] { return Long(kTwoModels, "", "model,term,Estimate,Std. Error,t value,Pr(>|t|)\n"
                                               "m1,x,1,0.5,2,0.05\nm2,x,3,1,3,0.01\n"); },
              "x=[1~0.5,3~1]"},
-        Case{"LongCoefSummaryRenamed",
-             [] { return Long(kTwoModels, "", "model,term,Estimate,Std..Error,t.value,Pr...t..\n"
-                                              "m1,x,1,0.5,2,0.05\nm2,x,3,1,3,0.01\n"); },
-             "x=[1~0.5,3~1]"},
-        Case{"LongUnknownModel", [] { return Long(kTwoModels, "", "model,term,estimate\nm3,x,1\n"); },
-             "c.csv:2: column 'model' names model 'm3', which the table does not hold"},
         Case{"LongTermTwice", [] { return Long(kTwoModels, "", "model,term,estimate\nm1,x,1\nm1,x,2\n"); },
              "c.csv:3: column 'term' gives term 'x' of model 'm1' a second time"},
         Case{"LongEstimateNotANumber", [] { return Long(kTwoModels, "", "model,term,estimate\nm1,x,abc\n"); },
@@ -195,14 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"LongInAndOutOfTableOrder",
              [] { return Long("model,AIC\nm1,1\nm2,2\nm3,3\n", "",
                               "model,term,estimate\nm1,x,1\nm2,x,2\nm1,y,3\nm3,x,4\nm2,y,5\n"); },
-             "x=[1,2,4] y=[3,5,-]"},
-        Case{"LongNameTwiceInTable",
-             [] { return Long("model,AIC\nm1,1\nm1,2\n", "", "model,term,estimate\nm1,x,5\n"); },
-             "c.csv:2: column 'model' names model 'm1', which stands for more than one model of the table"},
-        Case{"LongAmbiguousWithoutSet",
-             [] { return Long("model,AIC,site\nm1,1,A\nm1,2,B\n", "site", "model,term,estimate\nm1,x,5\n"); },
-             "c.csv:2: column 'model' names model 'm1', which stands for more than one model of the table; give "
-             "the coefficients a column 'site'"}),
+             "x=[1,2,4] y=[3,5,-]"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
