@@ -51,7 +51,9 @@ FitsOptions Parse(int argc, char** argv) {
     } else if (arg == "--strict") {
       options.strict = true;
     } else {
-      const auto [name, value] = OptionWithValue(argc, argv, i);
+      const auto option = OptionWithValue(argc, argv, i);
+      const std::string_view name = option.first;
+      const std::string_view value = option.second;
       if (value.empty()) throw sel::UsageError(std::string(name) + " needs a value");
       if (name == "--model-names") {
         options.modelNames = value;

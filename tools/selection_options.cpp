@@ -79,7 +79,9 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       continue;
     }
     // Every other option takes a value.
-    const auto [name, value] = OptionWithValue(argc, argv, i);
+    const auto option = OptionWithValue(argc, argv, i);
+    const std::string_view name = option.first;
+    const std::string_view value = option.second;
     if (value.empty()) throw UsageError(std::string(name) + " needs a value");
     if (name == "--criterion") {
       options.load.criterion = selection::CriterionNamed(value);

@@ -90,7 +90,7 @@ TEST(Writers, TwoThreadsWriteWhatOneWrites) {
                            }});
   table.columns.push_back({"k", "K", "", 0, false, [](std::size_t i) { return CountCell(static_cast<double>(i % 13)); }});
   table.columns.push_back({"in", "In", "", 0, false, [](std::size_t i) { return FlagCell(i % 3 == 0); }});
-  const auto write = [&table](unsigned threads, auto writer) {
+  const auto write = [](unsigned threads, auto writer) {
     std::string text;
     OutputBuffer out([&text](std::string_view chunk) { text += chunk; }, threads);
     writer(out);
