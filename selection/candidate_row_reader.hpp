@@ -59,7 +59,7 @@ class RowReader {
  public:
   RowReader(const DelimitedReader& reader, std::vector<std::string> header, bool rowNames,
             const LoadOptions& options, Diagnostics& diagnostics)
-      : reader_(reader),
+      : name_(reader.Name()),
         header_(std::move(header)),
         rowNames_(rowNames),
         roles_(SettleRoles(header_, reader.Fields(), reader.Line(), options.roles, reader.Name(), diagnostics)),
@@ -85,15 +85,18 @@ class RowReader {
 
   bool Estimates() const { return estimate_.has_value(); }
 
-  Candidate Read(std::span<const std::string_view> fields, std::size_t ordinal) {
+  // The record `fields` on `line` as a model; `ordinal` numbers a model
+  // that the file does not name.
+  Candidate Read(std::span<const std::string_view> fields, std::int64_t line, std::size_t ordinal) {
     fields_ = fields;
+    line_ = line;
     if (fields.size() > header_.size() || (rowNames_ && fields.size() != header_.size())) {
       throw DataError(Where() + std::to_string(fields.size()) + " fields where the header has " +
                       std::to_string(header_.size() - rowNames_) +
                       (rowNames_ ? " and the rows before it, as R writes row names, one more" : ""));
     }
     Candidate c;
-    c.line = reader_.Line();
+    c.line = line;
     const auto nameColumn = roles_.model ? roles_.model : roles_.rowName;
     c.model = nameColumn ? std::string(Cell(*nameColumn)) : std::to_string(ordinal);
     if (!utf8::IsValid(c.model)) c.model = utf8::Sanitize(std::move(c.model));
@@ -145,7 +148,27 @@ class RowReader {
       if (d.lines > 1) warning += "; " + std::to_string(d.lines - 1) + " more lines disagree";
       warning += ". Is " + Quoted(header_[*roles_.k]) + " the number of estimated parameters?";
       if (!NameIs(header_[*roles_.k], "k")) warning += " A column 'K' is read before it.";
-      diagnostics.Warn(std::move(warning), reader_.Name());
+      diagnostics.Warn(std::move(warning), name_);
+    }
+  }
+
+  // A reader in this one's state for a later run of records, read on
+  // another thread at the same time; Join takes back what it found.
+  RowReader Fork() const {
+    RowReader fork = *this;
+    fork.disagreements_ = {};
+    return fork;
+  }
+  // What a fork found, as if this reader had read its records after its own.
+  void Join(const RowReader& fork) {
+    for (std::size_t c = 0; c < disagreements_.size(); ++c) {
+      const internal::Disagreement& later = fork.disagreements_[c];
+      internal::Disagreement& d = disagreements_[c];
+      if (d.lines == 0) {
+        d = later;
+      } else {
+        d.lines += later.lines;
+      }
     }
   }
 
@@ -168,22 +191,22 @@ class RowReader {
 
   std::size_t Required(const std::string& name) const {
     const auto column = FindColumn(header_, name);
-    if (!column) throw DataError(reader_.Name() + ": no column named " + Quoted(name));
+    if (!column) throw DataError(name_ + ": no column named " + Quoted(name));
     return *column;
   }
 
-  std::string Where() const { return reader_.Name() + ":" + std::to_string(reader_.Line()) + ": "; }
+  std::string Where() const { return name_ + ":" + std::to_string(line_) + ": "; }
 
   double Number(std::size_t column) {
     const std::string_view cell = Cell(column);
-    if (const auto value = decimal_.Read(cell, reader_.Line())) return *value;
+    if (const auto value = decimal_.Read(cell, line_)) return *value;
     const std::string shown = cell.empty() ? "an empty cell" : Quoted(cell.substr(0, 40));
     const std::string why = decimal_.WhyRefused(cell);
     throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " + shown + ", not a number" +
                     (why.empty() ? "" : "; " + why));
   }
 
-  double Optional(std::size_t column) { return decimal_.Read(Cell(column), reader_.Line()).value_or(kNotGiven); }
+  double Optional(std::size_t column) { return decimal_.Read(Cell(column), line_).value_or(kNotGiven); }
 
   // K or n: a number where the criterion needs it, else a number or
   // nothing. Text is never quietly dropped, and in a column whose name a
@@ -224,11 +247,11 @@ class RowReader {
       const double computed = Compute(criterion, {c.logLik, c.k, c.n, 1});
       if (!(std::fabs(given - computed) > 0.5 + 1e-9 * std::fabs(given))) continue;
       internal::Disagreement& d = disagreements_[static_cast<std::size_t>(criterion)];
-      if (d.lines++ == 0) d = {reader_.Line(), given, internal::ImpliedK(criterion, given, c.logLik, c.n), c.k, 1};
+      if (d.lines++ == 0) d = {line_, given, internal::ImpliedK(criterion, given, c.logLik, c.n), c.k, 1};
     }
   }
 
-  const DelimitedReader& reader_;
+  std::string name_;
   std::vector<std::string> header_;
   bool rowNames_;
   ColumnRoles roles_;
@@ -238,6 +261,7 @@ class RowReader {
   double chat_ = 1;
   std::optional<std::size_t> by_, estimate_, se_;
   std::span<const std::string_view> fields_;
+  std::int64_t line_ = 0;
   std::array<internal::Disagreement, 4> disagreements_{};
 };
 

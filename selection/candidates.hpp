@@ -27,6 +27,7 @@ struct LoadOptions {
   std::string estimateColumn;          // with seColumn: the parameter to average; empty for none
   std::string seColumn;
   std::size_t expectedModels = 0;      // room made at once, where the machine grants it; a guess
+  std::uint64_t inputBytes = 0;        // the input's size where known (a regular file), else 0
   // An endless input of valid rows (`yes m,1`) would fill the memory; a
   // table takes about 130 bytes a model, so twenty million take 2.6 GB.
   std::size_t maxModels = 20'000'000;

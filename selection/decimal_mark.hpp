@@ -27,6 +27,10 @@ class DecimalMark {
   // it ("the file's decimal mark is ',' (line 2)"); empty otherwise.
   std::string WhyRefused(std::string_view cell) const;
 
+  // Whether the mark is known, so that Read no longer changes it: the user
+  // chose it, the separator implies it, or a cell decided.
+  bool Settled() const { return mark_ != 0; }
+
  private:
   char mark_;  // ',' or '.', or 0 while undecided
   bool forced_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <stdexcept>
+#include <utility>
 
 #include "analysis/utf8.hpp"
 #include "selection/errors.hpp"
@@ -165,15 +167,24 @@ bool DelimitedReader::NextAhead() {
     nextInBatch_ = 0;
   }
   const std::size_t r = nextInBatch_++;
-  const std::uint32_t firstField = r == 0 ? 0 : batch_.recordEnds[r - 1];
-  std::uint32_t start = firstField == 0 ? 0 : batch_.fieldEnds[firstField - 1];
-  aheadFields_.clear();
-  for (std::uint32_t f = firstField; f < batch_.recordEnds[r]; ++f) {
-    aheadFields_.emplace_back(batch_.bytes.data() + start, batch_.fieldEnds[f] - start);
-    start = batch_.fieldEnds[f];
-  }
+  batch_.Fields(r, aheadFields_);
   aheadLine_ = batch_.lines[r];
   return true;
+}
+
+std::optional<RecordBatch> DelimitedReader::TakeBatch() {
+  if (!ahead_ || nextInBatch_ < batch_.Records()) throw std::logic_error("TakeBatch: not between batches read ahead");
+  if (batch_.last) {
+    if (batch_.error) std::rethrow_exception(std::exchange(batch_.error, nullptr));
+    return std::nullopt;
+  }
+  RecordBatch batch = ahead_->Pop();
+  // What stays behind is an empty batch that knows whether one follows.
+  batch_ = RecordBatch();
+  batch_.last = batch.last;
+  nextInBatch_ = 0;
+  aheadFields_.clear();
+  return batch;
 }
 
 bool DelimitedReader::ReadRecord() {

@@ -82,6 +82,12 @@ class DelimitedReader {
   // reader is gone. The records and errors are those of reading on one
   // thread, in the same order.
   void ReadAhead();
+  // While reading ahead, once Next has handed out the records of the batch
+  // at hand: the next batch whole, for a caller that shares its records
+  // among threads (Next then goes on after it); none at the end. A batch
+  // whose reading stopped at a fault of the file is the last and carries
+  // the fault in `error`, for the caller to throw after its records.
+  std::optional<RecordBatch> TakeBatch();
 
  private:
   enum class Decoding { Ascii, Utf8, Windows1252, Utf16 };

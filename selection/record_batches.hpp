@@ -33,6 +33,16 @@ struct RecordBatch {
     recordEnds.push_back(static_cast<std::uint32_t>(fieldEnds.size()));
     lines.push_back(line);
   }
+  // Record r's fields, as views into `bytes`.
+  void Fields(std::size_t r, std::vector<std::string_view>& fields) const {
+    const std::uint32_t firstField = r == 0 ? 0 : recordEnds[r - 1];
+    std::uint32_t start = firstField == 0 ? 0 : fieldEnds[firstField - 1];
+    fields.clear();
+    for (std::uint32_t f = firstField; f < recordEnds[r]; ++f) {
+      fields.emplace_back(bytes.data() + start, fieldEnds[f] - start);
+      start = fieldEnds[f];
+    }
+  }
 };
 
 class RecordBatches {

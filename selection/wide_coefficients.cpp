@@ -4,16 +4,28 @@
 #include <cmath>
 #include <initializer_list>
 #include <limits>
+#include <new>
 
 #include "selection/column_roles.hpp"
 #include "analysis/text.hpp"
 #include "selection/errors.hpp"
 #include "selection/known_columns.hpp"
 #include "selection/number_text.hpp"
+#include "selection/record_batches.hpp"
 
 namespace drav::selection {
+namespace {
 
-void WideCoefficients::Start(const std::vector<std::string>& header, const ColumnRoles& roles) {
+void Reserve(Term& term, std::size_t rows) {
+  term.estimate.reserve(rows);
+  term.se.reserve(rows);
+  term.held.reserve(rows);
+}
+
+}  // namespace
+
+void WideCoefficients::Start(const std::vector<std::string>& header, const ColumnRoles& roles,
+                             std::size_t expectedRows) {
   header_ = header;
   std::vector<bool> claimed(header.size(), false);
   const auto claim = [&claimed](std::optional<std::size_t> column) {
@@ -64,6 +76,14 @@ void WideCoefficients::Start(const std::vector<std::string>& header, const Colum
   for (std::size_t i = 0; i < header.size(); ++i) {
     if (!claimed[i]) columns_.push_back({i, seFor[i], true, 0, Term(terms[i])});
   }
+  // Three numbers a term a model: grown by doubling, the columns of a
+  // million models would be copied twenty times over and ask the kernel
+  // for twice their memory, each page of it cleared before use.
+  try {
+    for (Candidate& c : columns_) Reserve(c.term, expectedRows);
+  } catch (const std::bad_alloc&) {
+    // Grown as they come where the machine will not promise the room.
+  }
 }
 
 void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_t line, DecimalMark& decimal) {
@@ -83,6 +103,7 @@ void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_
       if (!number) {
         // A column of names or labels; nothing of it is a term.
         c.isTerm = false;
+        ++stopped_;
         const auto& held = c.term.held;
         c.textLine = std::find(held.begin(), held.end(), std::uint8_t{1}) != held.end() ? line : 0;
         c.term = Term(std::move(c.term.name));
@@ -104,6 +125,35 @@ void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_
     c.term.held.push_back(held);
   }
   ++rows_;
+}
+
+std::unique_ptr<RowObserver> WideCoefficients::Fork() const {
+  auto fork = std::make_unique<WideCoefficients>(name_, byColumn_, modelColumn_);
+  fork->header_ = header_;
+  fork->columns_.reserve(columns_.size());
+  for (const Candidate& c : columns_) {
+    fork->columns_.push_back({c.column, c.seColumn, c.isTerm, c.textLine, Term(c.term.name)});
+    Reserve(fork->columns_.back().term, RecordBatches::kRecords);
+  }
+  fork->stopped_ = fork->stoppedAtFork_ = stopped_;
+  return fork;
+}
+
+bool WideCoefficients::Join(RowObserver& other) {
+  auto& fork = dynamic_cast<WideCoefficients&>(other);
+  // A column that stopped being a term on either side makes the fork's
+  // reading of it wrong: its cells are read by a column that is no longer
+  // one here, or its stop is dated without the numbers held before it.
+  if (stopped_ != fork.stoppedAtFork_ || fork.stopped_ != fork.stoppedAtFork_) return false;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    Term& term = columns_[i].term;
+    const Term& later = fork.columns_[i].term;
+    term.estimate.insert(term.estimate.end(), later.estimate.begin(), later.estimate.end());
+    term.se.insert(term.se.end(), later.se.begin(), later.se.end());
+    term.held.insert(term.held.end(), later.held.begin(), later.held.end());
+  }
+  rows_ += fork.rows_;
+  return true;
 }
 
 Coefficients WideCoefficients::Finish(Diagnostics& diagnostics) {

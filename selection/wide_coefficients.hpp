@@ -27,8 +27,10 @@ class WideCoefficients : public RowObserver {
   WideCoefficients(std::string name, std::string byColumn, std::string modelColumn = {})
       : name_(std::move(name)), byColumn_(std::move(byColumn)), modelColumn_(std::move(modelColumn)) {}
 
-  void Start(const std::vector<std::string>& header, const ColumnRoles& roles) override;
+  void Start(const std::vector<std::string>& header, const ColumnRoles& roles, std::size_t expectedRows) override;
   void Row(std::span<const std::string_view> fields, std::int64_t line, DecimalMark& decimal) override;
+  std::unique_ptr<RowObserver> Fork() const override;
+  bool Join(RowObserver& fork) override;
 
   // The terms of the rows read; the columns that held text are not among
   // them, and one that held numbers before its text is warned of.
@@ -48,6 +50,10 @@ class WideCoefficients : public RowObserver {
   std::vector<std::string> header_;
   std::size_t rows_ = 0;
   std::vector<Candidate> columns_;
+  // How many columns have stopped being terms: a fork's rows were read
+  // right only if neither it nor this observer saw one stop since the fork.
+  std::size_t stopped_ = 0;
+  std::size_t stoppedAtFork_ = 0;
 };
 
 }  // namespace drav::selection

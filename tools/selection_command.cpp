@@ -103,6 +103,7 @@ int Run(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
   if (fstat(fileno(input.File()), &status) == 0 && S_ISREG(status.st_mode)) {
     request.load.expectedModels =
         std::min(request.load.maxModels, static_cast<std::size_t>(status.st_size) / 3 + 1);
+    request.load.inputBytes = static_cast<std::uint64_t>(status.st_size);
     request.load.readAhead = options.threads >= 2;
   }
   const bool longTerms = (options.importance || options.allTerms) && !options.coefficients.empty();
