@@ -31,6 +31,11 @@ class OutputBuffer {
     if (!text_.empty()) sink_(text_);
     text_.clear();
   }
+  // Hands `text` to the sink after what has gathered, without copying it.
+  void Put(std::string_view text) {
+    Flush();
+    if (!text.empty()) sink_(text);
+  }
 
  private:
   static constexpr std::size_t kSpillBytes = std::size_t{1} << 20;

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <random>
 #include <sstream>
+#include <stdexcept>
 #include <vector>
 
 #include "selection/delimited_writer.hpp"
@@ -107,6 +108,49 @@ TEST(Writers, TwoThreadsWriteWhatOneWrites) {
     const std::string one = write(1, writer);
     EXPECT_GT(one.size(), rows * 10) << name;
     EXPECT_TRUE(one == write(2, writer)) << name << " differs with two threads";
+  }
+}
+
+// A fault while two threads format (a sink that cannot take more, a row
+// that cannot be formatted on either thread) reaches the caller once, after
+// the blocks before it, as with one thread, and leaves no thread behind.
+TEST(Writers, FaultsOfEitherThreadReachTheCaller) {
+  const std::size_t rows = 9 * kRowBlock;
+  const std::size_t faulty = 5 * kRowBlock + 9;
+  // Lines of 64 bytes: a block is a megabyte, handed to the sink whole.
+  const auto format = [faulty](std::size_t begin, std::size_t end, std::string& text) {
+    for (std::size_t row = begin; row < end; ++row) {
+      if (row == faulty) throw std::runtime_error("row " + std::to_string(row));
+      std::string line = std::to_string(row);
+      line.resize(63, ' ');
+      text.append(line).append(1, '\n');
+    }
+  };
+  for (const unsigned threads : {1u, 2u}) {
+    std::size_t calls = 0;
+    OutputBuffer failing([&calls](std::string_view) {
+      if (++calls == 2) throw std::length_error("full");
+    }, threads);
+    EXPECT_THROW(WriteRows(0, rows, failing, format), std::length_error) << threads;
+    EXPECT_EQ(calls, 2u) << threads;
+
+    std::string written;
+    OutputBuffer out([&written](std::string_view chunk) { written += chunk; }, threads);
+    try {
+      WriteRows(0, rows, out, format);
+      ADD_FAILURE() << "no fault";
+    } catch (const std::runtime_error& fault) {
+      EXPECT_STREQ(fault.what(), "row 81929");
+    }
+    // Every block before the faulty one went out, whole and in order; one
+    // thread leaves the faulty block's first rows to its buffer.
+    out.Flush();
+    ASSERT_EQ(written.size() % 64, 0u);
+    const std::size_t lines = written.size() / 64;
+    EXPECT_EQ(lines, threads == 1 ? faulty : 5 * kRowBlock);
+    for (std::size_t line = 0; line < lines; line += 997) {
+      EXPECT_EQ(std::stoul(written.substr(line * 64, 16)), line) << threads;
+    }
   }
 }
 
