@@ -61,13 +61,6 @@ std::string ReplaceAll(std::string text, std::string_view find, std::string_view
   return out;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
-  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 std::string Chr(std::int64_t code) {
   std::string out;
   utf8::Append(out, code < 0 || code > 0x10FFFF ? char32_t{0xFFFD} : static_cast<char32_t>(code));

@@ -24,8 +24,14 @@ std::string NthField(std::string_view text, std::string_view separator, std::int
 // value so that a moved-in text is changed in place where it can be.
 std::string ReplaceAll(std::string text, std::string_view find, std::string_view replacement);
 
-// The text without the blanks (spaces and tabs) at either end.
-std::string_view Trimmed(std::string_view text);
+// The text without the blanks (spaces and tabs) at either end. Inline:
+// readers ask it of every cell of a table.
+inline std::string_view Trimmed(std::string_view text) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+  return text;
+}
 
 // The one-character text of a code point.
 std::string Chr(std::int64_t code);
