@@ -10,7 +10,7 @@ std::vector<Member> MembersInTableOrder(const RankedSet& set) {
   std::vector<Member> members;
   members.reserve(set.models.size());
   for (const RankedModel& m : set.models) members.push_back({m.index, m.weight, m.delta});
-  std::sort(members.begin(), members.end(), [](const Member& a, const Member& b) { return a.index < b.index; });
+  OrderByIndex(members, [](const Member& m) { return m.index; });
   return members;
 }
 

@@ -19,20 +19,26 @@ RankedSet RankOne(std::uint32_t set, Order order, const RankOptions& options) {
   const double best = order.front().first;
   // Likelihoods are exp(-delta/2) of differences, never of the criteria
   // themselves, so a set of criteria near 1e6 does not underflow to 0/0.
+  // Each is computed alone, on either thread; they are summed in rank
+  // order on one, so the sum is the same however many threads there are.
+  std::vector<double> likelihood(order.size());
+  InTwoHalves(order.size(), ThreadsFor(order.size(), options.threads), [&](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      RankedModel& m = models[i];
+      m.index = static_cast<std::uint32_t>(order[i].second);
+      m.rank = static_cast<std::uint32_t>(i + 1);
+      m.delta = order[i].first - best;
+      likelihood[i] = m.Likelihood();
+    }
+  });
   double sum = 0;
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    RankedModel& m = models[i];
-    m.index = static_cast<std::uint32_t>(order[i].second);
-    m.delta = order[i].first - best;
-    sum += m.Likelihood();
-  }
+  for (const double l : likelihood) sum += l;
   double cumulative = 0;
   bool reached = false;
   double last = 0;  // the criterion of the set's last member
   for (std::size_t i = 0; i < models.size(); ++i) {
     RankedModel& m = models[i];
-    m.rank = static_cast<std::uint32_t>(i + 1);
-    m.weight = m.Likelihood() / sum;
+    m.weight = likelihood[i] / sum;
     cumulative += m.weight;
     m.cumulative = std::min(cumulative, 1.0);
     // A model tied with the set's last member is as good as it, so it is in
@@ -43,10 +49,7 @@ RankedSet RankOne(std::uint32_t set, Order order, const RankOptions& options) {
     // under a level of 1.
     reached = reached || m.cumulative >= options.level;
   }
-  if (options.fileOrder) {
-    std::sort(models.begin(), models.end(),
-              [](const RankedModel& a, const RankedModel& b) { return a.index < b.index; });
-  }
+  if (options.fileOrder) OrderByIndex(models, [](const RankedModel& m) { return std::size_t{m.index}; });
   return {set, std::move(models)};
 }
 

@@ -35,12 +35,13 @@ void WarnOfDifferentN(const CandidateTable& table, Diagnostics& diagnostics) {
 void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics, unsigned threads) {
   // Hashes sorted side by side find the repeats of a million names in a
   // fraction of the time a hash map of the names takes.
-  std::vector<std::pair<std::size_t, std::size_t>> hashes;  // (hash of set and name, model)
-  hashes.reserve(table.models.size());
-  for (std::size_t i = 0; i < table.models.size(); ++i) {
-    const Candidate& c = table.models[i];
-    hashes.emplace_back(std::hash<std::string_view>()(c.model) ^ (std::size_t{c.set} * 0x9E3779B97F4A7C15ULL), i);
-  }
+  std::vector<std::pair<std::size_t, std::size_t>> hashes(table.models.size());  // (hash of set and name, model)
+  InTwoHalves(hashes.size(), ThreadsFor(hashes.size(), threads), [&table, &hashes](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      const Candidate& c = table.models[i];
+      hashes[i] = {std::hash<std::string_view>()(c.model) ^ (std::size_t{c.set} * 0x9E3779B97F4A7C15ULL), i};
+    }
+  });
   SortInTwoHalves(hashes, threads);
   std::size_t repeats = 0;
   std::pair<std::size_t, std::size_t> first;  // the earliest repeat in file order
