@@ -21,7 +21,7 @@ namespace {
 struct RowsRead {
   std::vector<Candidate> models;
   std::vector<Estimate> estimates;          // by model, when a parameter is averaged
-  std::vector<std::string_view> setValues;  // by model, when a --by column splits the sets
+  std::vector<std::string> setValues;       // by model, when a --by column splits the sets
   std::exception_ptr fault;                 // what stopped the run after `models`
 };
 
@@ -114,9 +114,10 @@ class TableLoader {
                 std::size_t end, std::size_t before) const {
     RowsRead read;
     read.models.reserve(end - begin);
+    std::string unquoted;
     std::vector<std::string_view> fields;
     for (std::size_t r = begin; r < end && !read.fault; ++r) {
-      batch.Fields(r, fields);
+      batch.Fields(r, unquoted, fields);
       Read(rows, observer, fields, batch.lines[r], before + (r - begin), read);
     }
     if (!read.fault && end == batch.Records()) read.fault = batch.error;
@@ -132,7 +133,7 @@ class TableLoader {
                         " models; a table holds no more");
       }
       Candidate c = rows.Read(fields, line, before + 1);
-      if (rows.By()) read.setValues.push_back(rows.Cell(*rows.By()));
+      if (rows.By()) read.setValues.emplace_back(rows.Cell(*rows.By()));
       if (observer) observer->Row(fields, line, rows.Decimal());
       if (rows.Estimates()) read.estimates.push_back(rows.ReadEstimate());
       read.models.push_back(std::move(c));
@@ -146,7 +147,7 @@ class TableLoader {
     for (std::size_t i = 0; i < read.models.size(); ++i) {
       Candidate& c = read.models[i];
       if (rows_.By()) {
-        std::string value(read.setValues[i]);
+        std::string& value = read.setValues[i];
         if (Trimmed(value).empty() && emptyByLine_ == 0) emptyByLine_ = c.line;
         const auto [where, isNew] = setIndex_.try_emplace(value, static_cast<std::uint32_t>(table_.sets.size()));
         if (isNew) table_.sets.push_back(std::move(value));

@@ -119,7 +119,7 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, Diagnostics&
   } else if (commas == 0 && blanks > 0) {
     separator_ = ' ';
   }
-  Split(position_, end);
+  SplitRecord(std::string_view(buffer_).substr(position_, end - position_), Syntax(), unquoted_, fields_);
   position_ = next;
   header_.assign(fields_.begin(), fields_.end());
 }
@@ -135,22 +135,25 @@ void DelimitedReader::ReadAhead() {
   // The current record stays current: it becomes the one handed out of a
   // first batch of its own.
   batch_ = RecordBatch();
-  batch_.Add(fields_, recordLine_);
+  batch_.Add(std::string_view(buffer_).substr(recordBegin_, recordEnd_ - recordBegin_), recordLine_, Syntax());
   nextInBatch_ = 0;
   NextAhead();
   ahead_ = std::make_unique<RecordBatches>();
   // What the reading thread needs is this reader's own state, which Next
-  // no longer touches; the thread is gone before the reader is.
+  // no longer touches; the thread is gone before the reader is. It finds
+  // the records; the threads that use them split them.
   reading_ = std::thread([this] {
     for (;;) {
       RecordBatch batch;
       try {
+        std::size_t begin = 0;
+        std::size_t end = 0;
         while (batch.Records() < RecordBatches::kRecords && batch.bytes.size() < RecordBatches::kBytes) {
-          if (!ReadRecord()) {
+          if (!FindNonBlank(begin, end)) {
             batch.last = true;
             break;
           }
-          batch.Add(fields_, recordLine_);
+          batch.Add(std::string_view(buffer_).substr(begin, end - begin), recordLine_, Syntax());
         }
       } catch (...) {
         batch.error = std::current_exception();
@@ -175,7 +178,7 @@ bool DelimitedReader::NextAhead() {
     nextInBatch_ = 0;
   }
   const std::size_t r = nextInBatch_++;
-  batch_.Fields(r, aheadFields_);
+  batch_.Fields(r, aheadUnquoted_, aheadFields_);
   aheadLine_ = batch_.lines[r];
   return true;
 }
@@ -196,15 +199,24 @@ std::optional<RecordBatch> DelimitedReader::TakeBatch() {
 }
 
 bool DelimitedReader::ReadRecord() {
-  std::size_t end = 0;
+  if (!FindNonBlank(recordBegin_, recordEnd_)) {
+    fields_.clear();
+    return false;
+  }
+  SplitRecord(std::string_view(buffer_).substr(recordBegin_, recordEnd_ - recordBegin_), Syntax(), unquoted_,
+              fields_);
+  return true;
+}
+
+// Finds the next record that is not blank; its text is buffer_[begin, end)
+// until the next read. False when no record is left.
+bool DelimitedReader::FindNonBlank(std::size_t& begin, std::size_t& end) {
   std::size_t next = 0;
   while (FindRecord(end, next)) {
-    Split(position_, end);
+    begin = position_;
     position_ = next;
-    const bool blank = std::all_of(fields_.begin(), fields_.end(), [](std::string_view f) { return f.empty(); });
-    if (!blank) return true;
+    if (!IsBlankRecord(std::string_view(buffer_).substr(begin, end - begin), Syntax(), unquoted_, fields_)) return true;
   }
-  fields_.clear();
   return false;
 }
 
@@ -369,55 +381,6 @@ void DelimitedReader::RefuseInvalidBefore(std::size_t next) const {
   throw DataError(name_ + ":" + std::to_string(recordLine_) + ": byte " + Hex(byte) +
                   " is not UTF-8, though the text before it is; --encoding windows-1252 reads the file as "
                   "Windows-1252");
-}
-
-void DelimitedReader::Split(std::size_t begin, std::size_t end) {
-  fields_.clear();
-  unquoted_.clear();
-  // Room for every quoted field up front: the views into it must not move.
-  unquoted_.reserve(end - begin);
-  const char* const text = buffer_.data();
-  // Blank-separated text, as write.table lines up nothing but may be lined
-  // up by hand: a run of spaces is one separator, and the line's ends are
-  // trimmed.
-  const bool blanks = separator_ == ' ';
-  const auto skipBlanks = [&](std::size_t at) {
-    while (at < end && text[at] == ' ') ++at;
-    return at;
-  };
-  std::size_t i = blanks ? skipBlanks(begin) : begin;
-  for (;;) {
-    if (i < end && text[i] == '"') {
-      const std::size_t start = unquoted_.size();
-      for (++i; i < end; ++i) {
-        if (backslashEscapes_ && text[i] == '\\' && i + 1 < end && text[i + 1] == '"') {
-          unquoted_ += '"';
-          ++i;
-        } else if (text[i] != '"') {
-          unquoted_ += text[i];
-        } else if (i + 1 < end && text[i + 1] == '"') {
-          unquoted_ += '"';
-          ++i;
-        } else {
-          ++i;
-          break;
-        }
-      }
-      // Anything between the closing quote and the separator is kept, as
-      // spreadsheets do, rather than lost.
-      for (; i < end && text[i] != separator_; ++i) unquoted_ += text[i];
-      fields_.emplace_back(unquoted_.data() + start, unquoted_.size() - start);
-    } else {
-      // Fields are short: a plain loop beats a call of memchr for each.
-      std::size_t stop = i;
-      while (stop < end && text[stop] != separator_) ++stop;
-      fields_.emplace_back(text + i, stop - i);
-      i = stop;
-    }
-    if (i >= end) break;
-    ++i;
-    if (blanks && (i = skipBlanks(i)) >= end) break;
-  }
 }
 
 }  // namespace drav::selection

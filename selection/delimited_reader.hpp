@@ -93,13 +93,14 @@ class DelimitedReader {
   enum class Decoding { Ascii, Utf8, Windows1252, Utf16 };
 
   bool ReadRecord();
+  bool FindNonBlank(std::size_t& begin, std::size_t& end);
+  RecordSyntax Syntax() const { return {separator_, backslashEscapes_}; }
   bool NextAhead();
   bool FindRecord(std::size_t& end, std::size_t& next);
   bool Refill();
   void ReadChunk(std::string& into);
   void Check();
   void RefuseInvalidBefore(std::size_t next) const;
-  void Split(std::size_t begin, std::size_t end);
 
   std::FILE* file_;
   std::string name_;
@@ -120,6 +121,7 @@ class DelimitedReader {
   std::vector<std::string_view> fields_;
   std::int64_t nextLine_ = 1;
   std::int64_t recordLine_ = 0;
+  std::size_t recordBegin_ = 0, recordEnd_ = 0;  // the current record's text in buffer_
   Diagnostics& diagnostics_;
   // While reading ahead: the batches, the thread that fills them, and the
   // record of the current batch that Next handed out.
@@ -127,6 +129,7 @@ class DelimitedReader {
   std::thread reading_;
   RecordBatch batch_;
   std::size_t nextInBatch_ = 0;
+  std::string aheadUnquoted_;
   std::vector<std::string_view> aheadFields_;
   std::int64_t aheadLine_ = 0;
 };

@@ -14,34 +14,36 @@
 #include <string_view>
 #include <vector>
 
+#include "selection/record_split.hpp"
+
 namespace drav::selection {
 
+// Records as the file has them, split into fields by whichever thread
+// uses them.
 struct RecordBatch {
-  std::string bytes;                     // the fields, one after another
-  std::vector<std::uint32_t> fieldEnds;  // where each field ends in bytes
-  std::vector<std::uint32_t> recordEnds; // where each record's fields end in fieldEnds
-  std::vector<std::int64_t> lines;       // each record's line
-  bool last = false;                     // no batch follows
-  std::exception_ptr error;              // with `last`: what stopped the reading
+  std::string bytes;                      // the records' text, one after another
+  std::vector<std::uint32_t> recordEnds;  // where each record ends in bytes
+  std::vector<std::int64_t> lines;        // each record's line
+  RecordSyntax syntax;                    // how the records before escapedFrom split
+  std::size_t escapedFrom = 0;            // from this record on, \" is a quote (write.table)
+  bool last = false;                      // no batch follows
+  std::exception_ptr error;               // with `last`: what stopped the reading
 
   std::size_t Records() const { return lines.size(); }
-  void Add(std::span<const std::string_view> fields, std::int64_t line) {
-    for (std::string_view field : fields) {
-      bytes.append(field);
-      fieldEnds.push_back(static_cast<std::uint32_t>(bytes.size()));
-    }
-    recordEnds.push_back(static_cast<std::uint32_t>(fieldEnds.size()));
+  void Add(std::string_view record, std::int64_t line, RecordSyntax recordSyntax) {
+    if (Records() == 0) syntax = recordSyntax;
+    if (recordSyntax.backslashEscapes == syntax.backslashEscapes) escapedFrom = Records() + 1;
+    bytes.append(record);
+    recordEnds.push_back(static_cast<std::uint32_t>(bytes.size()));
     lines.push_back(line);
   }
-  // Record r's fields, as views into `bytes`.
-  void Fields(std::size_t r, std::vector<std::string_view>& fields) const {
-    const std::uint32_t firstField = r == 0 ? 0 : recordEnds[r - 1];
-    std::uint32_t start = firstField == 0 ? 0 : fieldEnds[firstField - 1];
-    fields.clear();
-    for (std::uint32_t f = firstField; f < recordEnds[r]; ++f) {
-      fields.emplace_back(bytes.data() + start, fieldEnds[f] - start);
-      start = fieldEnds[f];
-    }
+  // Record r's fields, as the reader splits them: views into `bytes` or
+  // into `unquoted`, valid until `unquoted` is next used.
+  void Fields(std::size_t r, std::string& unquoted, std::vector<std::string_view>& fields) const {
+    const std::uint32_t begin = r == 0 ? 0 : recordEnds[r - 1];
+    RecordSyntax recordSyntax = syntax;
+    if (r >= escapedFrom) recordSyntax.backslashEscapes = true;
+    SplitRecord(std::string_view(bytes).substr(begin, recordEnds[r] - begin), recordSyntax, unquoted, fields);
   }
 };
 

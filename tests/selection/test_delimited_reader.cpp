@@ -72,6 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"ByteOrderMark", "\xEF\xBB\xBFmodel,aic\nm1,1\n", {", model|aic", "m1|1@2"}},
         Case{"QuotedLineEndCountsLines", "model,aic\n\"two\nlines\",1\nm2,2\n", {", model|aic", "two\nlines|1@2", "m2|2@4"}},
         Case{"BlankAndEmptyRowsSkipped", "\nmodel,aic\n\n,\nm1,1\n,,\n", {", model|aic", "m1|1@5"}},
+        // Empty quotes are empty fields; four quotes are a field of one.
+        Case{"QuotesAloneOnALine", "model,aic\n\"\",\"\"\n\"\"\"\",\n", {", model|aic", "\"|@3"}},
         Case{"TrailingEmptyField", "a,b,c\n1,2,\n", {", a|b|c", "1|2|@2"}},
         // write.table as it stands: blanks between fields, names quoted; a
         // run of blanks is one separator, and the ends of a line are trimmed.
@@ -165,6 +167,10 @@ TEST(DelimitedReader, ReadingAheadReadsTheSame) {
       rows(30000, 20000, "\"m,1\n"),              // a quote never closed, deep in
       rows(30000, 3, endless),                      // a record too long, in the first batch
       rows(20000, 19000, "caf\xe9,2\n"),          // Windows-1252 found late: a note
+      // Quotes doubled early, escaped by a backslash from deep in (a note;
+      // records after it split the other way), lines of separators and of
+      // empty quotes skipped, a field of one quote kept.
+      rows(30000, 5, "\"a \"\"b\"\"\",1\n") + rows(30000, 20000, "\"a \\\"b\\\" c\",1\n,,\n\"\",\"\"\n\"\"\"\"\n"),
       rows(1, 0, ""),                               // one record: nothing left to read ahead
   };
   for (const std::string& text : cases) {
