@@ -4,7 +4,8 @@
 # suite and counts the mutant killed when a test fails (the suite stops at
 # that test: the rest could not save it). Prints the score and the
 # survivors. Not part of CI: a mutant takes about twenty seconds.
-#   scripts/mutate.sh [PATTERN]     only mutants whose line matches PATTERN
+#   scripts/mutate.sh [PATTERN]     only mutants whose file and text match
+#                                   PATTERN, an extended regular expression
 # A mutant line is: file <TAB> text as it stands <TAB> text after the edit.
 # "\n", "\t" and "\\" stand for a line end, a tab and a backslash. The
 # text must stand exactly once in the file; a mutant whose text is gone
@@ -28,7 +29,7 @@ killed=0 survived=0 stale=0 stillborn=0
 survivors=()
 while IFS=$'\t' read -r -u 3 file before after; do
   [[ -z "$file" || "$file" == \#* ]] && continue
-  [[ -n "$pattern" && "$file $before" != *$pattern* ]] && continue
+  [[ -n "$pattern" && ! "$file $before" =~ $pattern ]] && continue
   target="$scratch/$file"
   [ -f "$target" ] || { echo "STALE      $file: no such file"; stale=$((stale + 1)); continue; }
   cp -p "$target" "$target.orig"
