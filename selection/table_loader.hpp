@@ -1,0 +1,66 @@
+#pragma once
+// Records made into the models of a table: one at a time on this thread,
+// or, from batches read ahead, a run of records at a time on this thread and
+// a second at once. Reading a record changes nothing that the records after
+// it are read by, save at a few moments (the decimal mark decided, a column
+// found not to be a term). A run is read with forks of the row reader and
+// the observer as they stood when it was handed out, and is kept only when
+// no such moment fell between then and its turn, nor in it; else it is read
+// again on this thread in its turn. So the table, its warnings and the
+// first fault told are those of reading on one thread.
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "selection/candidate_row_reader.hpp"
+#include "selection/candidates.hpp"
+#include "selection/delimited_reader.hpp"
+
+namespace drav::selection {
+
+// What a run of records became on one thread, up to its first fault.
+struct RowsRead {
+  std::vector<Candidate> models;
+  std::vector<Estimate> estimates;     // by model, when a parameter is averaged
+  std::vector<std::string> setValues;  // by model, when a --by column splits the sets
+  std::exception_ptr fault;            // what stopped the run after `models`
+};
+
+class TableLoader {
+ public:
+  TableLoader(CandidateTable& table, RowReader& rows, const LoadOptions& options, std::string name)
+      : table_(table), rows_(rows), options_(options), name_(std::move(name)) {}
+
+  // The first line without a value in the --by column; 0 for none.
+  std::int64_t EmptyByLine() const { return emptyByLine_; }
+
+  // One record, into the table at once.
+  void Add(std::span<const std::string_view> fields, std::int64_t line);
+
+  // Every batch `reader` reads ahead from here on (TakeBatch), its records
+  // shared out in runs between this thread and a second as each comes
+  // free, and taken into the table in file order.
+  void AddShared(DelimitedReader& reader);
+
+  // Records [begin, end) of a batch as models numbered on from `before`,
+  // and after its last record the fault that stopped the file's reading.
+  RowsRead Read(RowReader& rows, RowObserver* observer, const RecordBatch& batch, std::size_t begin,
+                std::size_t end, std::size_t before) const;
+
+ private:
+  void Read(RowReader& rows, RowObserver* observer, std::span<const std::string_view> fields, std::int64_t line,
+            std::size_t before, RowsRead& read) const;
+  void Take(RowsRead& read);
+
+  CandidateTable& table_;
+  RowReader& rows_;
+  const LoadOptions& options_;
+  std::string name_;
+  RowsRead one_;
+  std::unordered_map<std::string, std::uint32_t> setIndex_;
+  std::int64_t emptyByLine_ = 0;
+};
+
+}  // namespace drav::selection
