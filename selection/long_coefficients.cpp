@@ -27,8 +27,9 @@ class LongReader {
   LongReader(DelimitedReader& reader, const CandidateTable& table, char decimal, Diagnostics& diagnostics)
       : reader_(reader), table_(table), decimal_(reader.Separator(), decimal), diagnostics_(diagnostics) {}
 
-  Coefficients Read() {
+  Coefficients Read(bool readAhead) {
     if (!reader_.Next()) return {};
+    if (readAhead) reader_.ReadAhead();
     header_ = reader_.Header();
     AlignHeader(header_, reader_.Fields());
     FindColumns();
@@ -198,8 +199,8 @@ class LongReader {
 }  // namespace
 
 Coefficients ReadLongCoefficients(DelimitedReader& reader, const CandidateTable& table, char decimal,
-                                  Diagnostics& diagnostics) {
-  return LongReader(reader, table, decimal, diagnostics).Read();
+                                  Diagnostics& diagnostics, bool readAhead) {
+  return LongReader(reader, table, decimal, diagnostics).Read(readAhead);
 }
 
 }  // namespace drav::selection

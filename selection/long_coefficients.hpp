@@ -19,8 +19,10 @@ namespace drav::selection {
 // and the column, for a row whose model is not in the table or is named by
 // more than one model of it, a term given twice for one model, an estimate
 // or SE that is not a number, and a missing column. `decimal` is the
-// decimal mark the user chose, 0 to let the file's cells decide.
+// decimal mark the user chose, 0 to let the file's cells decide. With
+// `readAhead`, the file is read on a second thread while its rows are
+// joined (DelimitedReader::ReadAhead: a file that ends, not a pipe).
 Coefficients ReadLongCoefficients(DelimitedReader& reader, const CandidateTable& table, char decimal,
-                                  Diagnostics& diagnostics);
+                                  Diagnostics& diagnostics, bool readAhead = false);
 
 }  // namespace drav::selection

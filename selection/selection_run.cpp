@@ -36,7 +36,8 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
     case Command::Average: AverageOne(request, diagnostics); break;
     case Command::Importance:
     case Command::AverageAll:
-      coefficients_ = coefficients ? ReadLongCoefficients(*coefficients, table_, load.decimal, diagnostics)
+      coefficients_ = coefficients ? ReadLongCoefficients(*coefficients, table_, load.decimal, diagnostics,
+                                                                   request.coefficientsAhead)
                                    : wide.Finish(diagnostics);
       Summarise(coefficients, request, diagnostics);
       break;

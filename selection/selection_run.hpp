@@ -33,6 +33,9 @@ struct SelectionRequest {
   bool fileOrder = false;  // list models and terms as the file has them
   SubsetOptions subset;
   unsigned threads = 1;    // 2 where a second core may share the sums over terms
+  // Read the coefficients file on a second thread while its rows are used:
+  // only for a file that ends (a regular file), as LoadOptions::readAhead.
+  bool coefficientsAhead = false;
 };
 
 // Owns every number its table's cells show, so it is neither copied nor

@@ -113,6 +113,9 @@ int Run(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
     coefficientsFile.emplace(options.coefficients);
     coefficients.emplace(coefficientsFile->File(), coefficientsFile->Name(), diagnostics, sel::ReadLimits{},
                          options.encoding);
+    struct stat coefficientsStatus {};
+    request.coefficientsAhead = options.threads >= 2 && fstat(fileno(coefficientsFile->File()), &coefficientsStatus) == 0 &&
+                                S_ISREG(coefficientsStatus.st_mode);
   }
   const sel::Selection selection(reader, coefficients ? &*coefficients : nullptr, request, diagnostics);
   Tell(diagnostics);

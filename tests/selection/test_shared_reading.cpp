@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,17 +26,22 @@ constexpr int kRecords = 40000;
 
 // The whole table (every cell of every row) and everything said, or the
 // refusal and everything said before it.
-std::string Outcome(const std::string& text, const std::function<void(SelectionRequest&)>& set, unsigned threads) {
+std::string Outcome(const std::string& text, const std::function<void(SelectionRequest&)>& set, unsigned threads,
+                    const std::string& coefficientsText = {}) {
   auto file = testing_support::MemoryInput(text);
+  auto coefficientsFile = testing_support::MemoryInput(coefficientsText);
   Diagnostics diagnostics;
   std::string outcome;
   try {
     DelimitedReader reader(file.get(), "m.csv", diagnostics);
+    std::optional<DelimitedReader> coefficients;
+    if (!coefficientsText.empty()) coefficients.emplace(coefficientsFile.get(), "c.csv", diagnostics);
     SelectionRequest request;
     set(request);
     request.threads = threads;
     request.load.readAhead = threads > 1;
-    const Selection selection(reader, nullptr, request, diagnostics);
+    request.coefficientsAhead = threads > 1;
+    const Selection selection(reader, coefficients ? &*coefficients : nullptr, request, diagnostics);
     const OutputTable& table = selection.Layout();
     for (std::size_t row = 0; row < table.rows; ++row) {
       for (const Column& column : table.columns) {
@@ -60,10 +66,10 @@ std::string File(const std::string& header, const std::function<std::string(int)
 }
 
 void ExpectOneThreadsOutcome(const std::string& text, const std::function<void(SelectionRequest&)>& set,
-                             const std::string& expected) {
-  const std::string one = Outcome(text, set, 1);
+                             const std::string& expected, const std::string& coefficients = {}) {
+  const std::string one = Outcome(text, set, 1, coefficients);
   EXPECT_NE(one.find(expected), std::string::npos) << one.substr(0, 2000);
-  const std::string two = Outcome(text, set, 2);
+  const std::string two = Outcome(text, set, 2, coefficients);
   const auto differ = std::mismatch(one.begin(), one.end(), two.begin(), two.end());
   EXPECT_TRUE(differ.first == one.end() && differ.second == two.end())
       << "one thread:  ..." << std::string(differ.first, one.end()).substr(0, 300) << "\ntwo threads: ..."
@@ -142,6 +148,24 @@ TEST(SharedReading, TermColumnsFoundNotToBeTermsLate) {
   });
   ExpectOneThreadsOutcome(early, [](SelectionRequest& r) { r.command = Command::Importance; },
                           "column 'x1' holds text on line 9001 after numbers");
+}
+
+TEST(SharedReading, CoefficientsReadAheadAsOnOneThread) {
+  const std::string models = File("model,loglik,k", [](int i) { return Row({Name(i), Num(-1000 - i % 90), "3"}); });
+  // Two rows a model; a name in Windows-1252 deep in the file (a note),
+  // and then a row whose estimate is not a number.
+  const auto coefficients = [](int badAt) {
+    std::string text = "model,term,estimate,std.error\n";
+    for (int i = 1; i <= kRecords; ++i) {
+      text += Row({Name(i), "(Intercept)", Num(i % 7), "0.5"}) + '\n';
+      text += Row({Name(i), i == 20000 ? "caf\xe9" : "x", i == badAt ? "oops" : Num(i % 5), "0.25"}) + '\n';
+    }
+    return text;
+  };
+  const auto importance = [](SelectionRequest& r) { r.command = Command::Importance; };
+  ExpectOneThreadsOutcome(models, importance, "c.csv is not UTF-8; read as Windows-1252", coefficients(0));
+  ExpectOneThreadsOutcome(models, [](SelectionRequest& r) { r.command = Command::AverageAll; },
+                          "refused: c.csv:60001: column 'estimate'", coefficients(30000));
 }
 
 TEST(SharedReading, FirstFaultToldFirst) {
