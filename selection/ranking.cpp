@@ -14,7 +14,7 @@ namespace {
 using Order = std::vector<std::pair<double, std::uint32_t>>;
 
 RankedSet RankOne(std::uint32_t set, Order order, const RankOptions& options) {
-  SortInTwoHalves(order, options.threads);
+  SortByKey(order, [](const std::pair<double, std::uint32_t>& m) { return OrderedBits(m.first); }, options.threads);
   std::vector<RankedModel> models(order.size());
   const double best = order.front().first;
   // Likelihoods are exp(-delta/2) of differences, never of the criteria

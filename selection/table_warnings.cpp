@@ -42,7 +42,7 @@ void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics, unsign
       hashes[i] = {std::hash<std::string_view>()(c.model) ^ (std::size_t{c.set} * 0x9E3779B97F4A7C15ULL), i};
     }
   });
-  SortInTwoHalves(hashes, threads);
+  SortByKey(hashes, [](const std::pair<std::size_t, std::size_t>& h) { return std::uint64_t{h.first}; }, threads);
   std::size_t repeats = 0;
   std::pair<std::size_t, std::size_t> first;  // the earliest repeat in file order
   for (std::size_t i = 1; i < hashes.size(); ++i) {

@@ -3,6 +3,9 @@
 // thread where one may help: each item's result is computed alone, so the
 // results are the same whichever thread computed them.
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <limits>
 #include <cstddef>
 #include <future>
 #include <vector>
@@ -30,20 +33,71 @@ void InTwoHalves(std::size_t count, unsigned threads, const Work& work) {
   second.get();
 }
 
-// Sorts as std::sort does, each half on its own thread and then the two
-// merged, where a second thread may help and the items are many. Items that
+// A double's bits as an unsigned number that orders as the double does;
+// -0 as 0, to which it compares equal.
+inline std::uint64_t OrderedBits(double x) {
+  if (x == 0) x = 0;
+  const auto bits = std::bit_cast<std::uint64_t>(x);
+  return (bits >> 63) != 0 ? ~bits : bits | (std::uint64_t{1} << 63);
+}
+
+// Sorts as std::sort does, where a second thread may help and the items
+// are many: the items go to buckets by the high bits of key(item), a number
+// that orders as the items do (key(a) < key(b) makes a < b, and a < b makes
+// key(a) <= key(b)); then each thread sorts half of the buckets. Items that
 // no two compare equal come out in the one order std::sort gives them.
-template <class Item>
-void SortInTwoHalves(std::vector<Item>& items, unsigned threads) {
-  if (ThreadsFor(items.size(), threads) < 2) {
+template <class Item, class Key>
+void SortByKey(std::vector<Item>& items, const Key& key, unsigned threads) {
+  const std::size_t count = items.size();
+  if (ThreadsFor(count, threads) < 2) {
     std::sort(items.begin(), items.end());
     return;
   }
-  const auto middle = items.begin() + static_cast<std::ptrdiff_t>(items.size() / 2);
-  auto second = std::async(std::launch::async, [&items, middle] { std::sort(middle, items.end()); });
-  std::sort(items.begin(), middle);
-  second.get();
-  std::inplace_merge(items.begin(), middle, items.end());
+  std::uint64_t low = std::numeric_limits<std::uint64_t>::max(), high = 0;
+  for (const Item& item : items) {
+    low = std::min(low, key(item));
+    high = std::max(high, key(item));
+  }
+  // Some thousands of buckets: each a few hundred items, sorted in cache.
+  constexpr int kBucketBits = 12;
+  const int shift = std::max(0, static_cast<int>(std::bit_width(high - low)) - kBucketBits);
+  const std::size_t buckets = static_cast<std::size_t>((high - low) >> shift) + 1;
+  const auto bucketOf = [&key, low, shift](const Item& item) {
+    return static_cast<std::size_t>((key(item) - low) >> shift);
+  };
+  // Each half of the items counted, then placed, by its own thread: the
+  // first half's items of a bucket before the second's.
+  const std::size_t half = count / 2;
+  std::vector<std::size_t> places[2] = {std::vector<std::size_t>(buckets + 1), std::vector<std::size_t>(buckets + 1)};
+  InTwoHalves(2, 2, [&](std::size_t part, std::size_t) {
+    for (std::size_t i = part ? half : 0; i < (part ? count : half); ++i) ++places[part][bucketOf(items[i])];
+  });
+  std::size_t at = 0;
+  for (std::size_t b = 0; b < buckets; ++b) {
+    const std::size_t first = places[0][b], second = places[1][b];
+    places[0][b] = at;
+    places[1][b] = at + first;
+    at += first + second;
+  }
+  std::vector<Item> sorted(count);
+  InTwoHalves(2, 2, [&](std::size_t part, std::size_t) {
+    std::vector<std::size_t>& next = places[part];
+    for (std::size_t i = part ? half : 0; i < (part ? count : half); ++i) sorted[next[bucketOf(items[i])]++] = items[i];
+  });
+  // places[0][b] now ends the first half's items of bucket b; where each
+  // bucket starts is where the one before it ends.
+  std::vector<std::size_t> starts(buckets + 1, 0);
+  for (std::size_t b = 0; b < buckets; ++b) starts[b + 1] = places[1][b];
+  // The buckets split where half the items lie on either side.
+  const std::size_t middle =
+      static_cast<std::size_t>(std::lower_bound(starts.begin(), starts.end(), half) - starts.begin());
+  InTwoHalves(2, 2, [&](std::size_t part, std::size_t) {
+    for (std::size_t b = part ? middle : 0; b < (part ? buckets : middle); ++b) {
+      std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(starts[b]),
+                sorted.begin() + static_cast<std::ptrdiff_t>(starts[b + 1]));
+    }
+  });
+  items.swap(sorted);
 }
 
 // Puts items in the order of their distinct indices (index(item) is a
