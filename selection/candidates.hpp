@@ -31,8 +31,8 @@ struct LoadOptions {
   // An endless input of valid rows (`yes m,1`) would fill the memory; a
   // table takes about 130 bytes a model, so twenty million take 2.6 GB.
   std::size_t maxModels = 20'000'000;
-  // Read and split the records on a second thread while this one makes
-  // models of them. Only for a file that ends (a regular file): a reader
+  // Find the records on a second thread while this one (and, with
+  // `threads` 2, one more) makes models of them. Only for a file that ends (a regular file): a reader
   // waiting on a quiet pipe would keep a refusal from being told.
   bool readAhead = false;
   unsigned threads = 1;  // 2 where a second core may share the work after reading

@@ -75,8 +75,9 @@ class DelimitedReader {
   // The line (from 1) on which the current record starts.
   std::int64_t Line() const { return ahead_ ? aheadLine_ : recordLine_; }
 
-  // From the next record on, reads and splits on a second thread, a few
-  // batches ahead of Next, which then only hands out what was read. What
+  // From the next record on, finds the records on a second thread, a few
+  // batches ahead of Next, which then only splits and hands out what was
+  // read (or TakeBatch hands out whole batches, to be split by their user). What
   // the reader notes while reading ahead goes to the diagnostics from that
   // thread: touch them from no other until Next has said the end, or the
   // reader is gone. The records and errors are those of reading on one

@@ -1,7 +1,7 @@
 #pragma once
-// Records handed from the thread that reads and splits a file to the thread
-// that makes models of them, a batch at a time: reading on one core while
-// the other converts numbers. A reading error travels in its place, after
+// Records handed from the thread that reads a file and finds its records
+// to the threads that split them and make models of them, a batch at a
+// time. A reading error travels in its place, after
 // the records before it, so that the first fault of the file is told first
 // however the work was shared.
 #include <condition_variable>
