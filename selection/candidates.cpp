@@ -29,8 +29,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   std::vector<std::string> header = reader.Header();
   const bool rowNames = AlignHeader(header, reader.Fields());
   RowReader rows(reader, header, rowNames, options, diagnostics);
-  const bool shared = options.readAhead && options.threads >= 2;
-  if (options.readAhead) reader.ReadAhead();
+  const bool shared = options.readAhead && reader.ReadAhead() && options.threads >= 2;
   if (options.observer) options.observer->Start(header, rows.Roles(), ExpectedRecords(options, reader.Fields()));
   table.criterion = rows.Chosen();
   table.chat = rows.Chat();
@@ -43,7 +42,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
     // A machine that will not even promise the room grows the table as it goes.
   }
   if (!rows.By()) table.sets.emplace_back();
-  TableLoader loader(table, rows, options, reader.Name());
+  TableLoader loader(table, rows, options, reader.Name(), diagnostics);
   loader.Add(reader.Fields(), reader.Line());
   if (shared) {
     loader.AddShared(reader);

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "analysis/utf8.hpp"
@@ -125,13 +126,13 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, Diagnostics&
 }
 
 DelimitedReader::~DelimitedReader() {
-  if (!ahead_) return;
+  if (!reading_.joinable()) return;
   ahead_->Stop();
   reading_.join();
 }
 
-void DelimitedReader::ReadAhead() {
-  if (ahead_) return;
+bool DelimitedReader::ReadAhead() {
+  if (ahead_) return true;
   // The current record stays current: it becomes the one handed out of a
   // first batch of its own.
   batch_ = RecordBatch();
@@ -139,30 +140,61 @@ void DelimitedReader::ReadAhead() {
   nextInBatch_ = 0;
   NextAhead();
   ahead_ = std::make_unique<RecordBatches>();
+  notesKept_ = true;
   // What the reading thread needs is this reader's own state, which Next
   // no longer touches; the thread is gone before the reader is. It finds
   // the records; the threads that use them split them.
-  reading_ = std::thread([this] {
-    for (;;) {
-      RecordBatch batch;
-      try {
-        std::size_t begin = 0;
-        std::size_t end = 0;
-        while (batch.Records() < RecordBatches::kRecords && batch.bytes.size() < RecordBatches::kBytes) {
-          if (!FindNonBlank(begin, end)) {
-            batch.last = true;
-            break;
+  try {
+    reading_ = std::thread([this] {
+      for (;;) {
+        RecordBatch batch;
+        try {
+          std::size_t begin = 0;
+          std::size_t end = 0;
+          while (batch.Records() < RecordBatches::kRecords && batch.bytes.size() < RecordBatches::kBytes) {
+            const bool found = FindNonBlank(begin, end);
+            TakeNotes(batch);
+            if (!found) {
+              batch.last = true;
+              break;
+            }
+            batch.Add(std::string_view(buffer_).substr(begin, end - begin), recordLine_, Syntax());
           }
-          batch.Add(std::string_view(buffer_).substr(begin, end - begin), recordLine_, Syntax());
+        } catch (...) {
+          // Out of memory too: the batch so far goes, and the fault after it.
+          TakeNotes(batch);
+          batch.error = std::current_exception();
+          batch.last = true;
         }
-      } catch (...) {
-        batch.error = std::current_exception();
-        batch.last = true;
+        const bool last = batch.last;
+        if (!ahead_->Push(std::move(batch)) || last) return;
       }
-      const bool last = batch.last;
-      if (!ahead_->Push(std::move(batch)) || last) return;
-    }
-  });
+    });
+  } catch (const std::system_error&) {
+    // No thread to be had: the current record is still the one Fields
+    // gives, and the rest are read as they are asked for.
+    ahead_.reset();
+    notesKept_ = false;
+    return false;
+  }
+  return true;
+}
+
+// A note of the reading: told at once on the calling thread, kept for the
+// batch being filled on the reading thread.
+void DelimitedReader::Tell(Diagnostic note) {
+  if (notesKept_) {
+    keptNotes_.push_back(std::move(note));
+  } else {
+    diagnostics_.Add(std::move(note));
+  }
+}
+
+// The notes found while finding the record the batch takes next come
+// before it.
+void DelimitedReader::TakeNotes(RecordBatch& batch) {
+  for (Diagnostic& note : keptNotes_) batch.notes.emplace_back(batch.Records(), std::move(note));
+  keptNotes_.clear();
 }
 
 bool DelimitedReader::Next() { return ahead_ ? NextAhead() : ReadRecord(); }
@@ -170,14 +202,16 @@ bool DelimitedReader::Next() { return ahead_ ? NextAhead() : ReadRecord(); }
 bool DelimitedReader::NextAhead() {
   while (nextInBatch_ == batch_.Records()) {
     if (batch_.last) {
+      batch_.TellNotes(batch_.Records(), batch_.Records() + 1, diagnostics_);
       if (batch_.error) std::rethrow_exception(batch_.error);
       aheadFields_.clear();
       return false;
     }
     batch_ = ahead_->Pop();
     nextInBatch_ = 0;
-  }
+    }
   const std::size_t r = nextInBatch_++;
+  batch_.TellNotes(r, r + 1, diagnostics_);
   batch_.Fields(r, aheadUnquoted_, aheadFields_);
   aheadLine_ = batch_.lines[r];
   return true;
@@ -186,6 +220,7 @@ bool DelimitedReader::NextAhead() {
 std::optional<RecordBatch> DelimitedReader::TakeBatch() {
   if (!ahead_ || nextInBatch_ < batch_.Records()) throw std::logic_error("TakeBatch: not between batches read ahead");
   if (batch_.last) {
+    batch_.TellNotes(batch_.Records(), batch_.Records() + 1, diagnostics_);
     if (batch_.error) std::rethrow_exception(std::exchange(batch_.error, nullptr));
     return std::nullopt;
   }
@@ -227,6 +262,7 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
   recordLine_ = nextLine_;
   std::size_t i = position_;
   bool quoted = false;
+  std::int64_t quoteLine = 0;  // where the open quote opened
   for (;;) {
     for (; i < buffer_.size(); ++i) {
       const char c = buffer_[i];
@@ -243,13 +279,14 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
           const char after = i + 2 < buffer_.size() ? buffer_[i + 2] : '\n';
           if (!backslashEscapes_ && after != separator_ && after != '\n' && after != '\r' && after != '"') {
             backslashEscapes_ = true;
-            diagnostics_.Note("a quote inside a quoted field on line " + std::to_string(nextLine_) +
-                              " is escaped by a backslash, as write.table writes it; read so");
+            Tell({Severity::Note, name_, nextLine_, {},
+                  "a quote inside a quoted field is escaped by a backslash, as write.table writes it; read so"});
           }
           if (backslashEscapes_) ++i;
         }
       } else if (c == '"') {
         quoted = !quoted;
+        quoteLine = nextLine_;
       } else if (c == '\n' || c == '\r') {
         const bool crAtBufferEnd = c == '\r' && i + 1 == buffer_.size() && !atEnd_;
         if (crAtBufferEnd) break;  // a CR LF may be split across two reads
@@ -271,11 +308,14 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
     if (i - position_ > limits_.maxRecordBytes) {
       const std::size_t limit = limits_.maxRecordBytes;
       const std::string size = limit >= (1u << 20) ? std::to_string(limit >> 20) + " MiB" : std::to_string(limit) + " bytes";
+      if (quoted) RefuseOpenQuote(quoteLine, " within " + size);
       throw DataError(name_ + ":" + std::to_string(recordLine_) + ": a line longer than " + size +
                       "; this is not a table");
     }
     if (atEnd_) {
       if (i == position_) return false;
+      // A quote left open would make the rest of the file one field.
+      if (quoted) RefuseOpenQuote(quoteLine, "");
       end = next = i;
       RefuseInvalidBefore(next);
       return true;
@@ -364,8 +404,9 @@ void DelimitedReader::Check() {
       decoding_ = Decoding::Windows1252;
       std::string shown;
       utf8::Append(shown, Windows1252(byte));
-      diagnostics_.Note(name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
-                        "' (--encoding utf-8 refuses such a file)");
+      Tell({Severity::Note, {}, 0, {},
+            name_ + " is not UTF-8; read as Windows-1252, in which byte " + Hex(byte) + " is '" + shown +
+                "' (--encoding utf-8 refuses such a file)"});
       checked_ = buffer_.size();
       return;
     }
@@ -373,6 +414,11 @@ void DelimitedReader::Check() {
     i = text.size();
   }
   checked_ = i;
+}
+
+void DelimitedReader::RefuseOpenQuote(std::int64_t line, const std::string& within) const {
+  throw DataError(name_ + ":" + std::to_string(recordLine_) + ": the quote opened on line " + std::to_string(line) +
+                  " is never closed" + within + "; a quoted field ends with a quote of its own");
 }
 
 void DelimitedReader::RefuseInvalidBefore(std::size_t next) const {

@@ -77,17 +77,19 @@ class DelimitedReader {
 
   // From the next record on, finds the records on a second thread, a few
   // batches ahead of Next, which then only splits and hands out what was
-  // read (or TakeBatch hands out whole batches, to be split by their user). What
-  // the reader notes while reading ahead goes to the diagnostics from that
-  // thread: touch them from no other until Next has said the end, or the
-  // reader is gone. The records and errors are those of reading on one
-  // thread, in the same order.
-  void ReadAhead();
+  // read (or TakeBatch hands out whole batches, to be split by their user).
+  // The records, errors and notes are those of reading on one thread, in
+  // the same order: a note found ahead travels with its batch and is told
+  // on the calling thread when its record is handed out. False, and the
+  // reading goes on on this thread, where no thread can be started.
+  bool ReadAhead();
   // While reading ahead, once Next has handed out the records of the batch
   // at hand: the next batch whole, for a caller that shares its records
   // among threads (Next then goes on after it); none at the end. A batch
   // whose reading stopped at a fault of the file is the last and carries
-  // the fault in `error`, for the caller to throw after its records.
+  // the fault in `error`, for the caller to throw after its records. Its
+  // notes are the caller's to tell (RecordBatch::TellNotes) as it takes
+  // its records.
   std::optional<RecordBatch> TakeBatch();
 
  private:
@@ -102,6 +104,9 @@ class DelimitedReader {
   void ReadChunk(std::string& into);
   void Check();
   void RefuseInvalidBefore(std::size_t next) const;
+  [[noreturn]] void RefuseOpenQuote(std::int64_t line, const std::string& within) const;
+  void Tell(Diagnostic note);
+  void TakeNotes(RecordBatch& batch);
 
   std::FILE* file_;
   std::string name_;
@@ -125,9 +130,12 @@ class DelimitedReader {
   std::size_t recordBegin_ = 0, recordEnd_ = 0;  // the current record's text in buffer_
   Diagnostics& diagnostics_;
   // While reading ahead: the batches, the thread that fills them, and the
-  // record of the current batch that Next handed out.
+  // record of the current batch that Next handed out. The reading thread
+  // keeps its notes for its batch, which Next tells in their turn.
   std::unique_ptr<RecordBatches> ahead_;
   std::thread reading_;
+  bool notesKept_ = false;
+  std::vector<Diagnostic> keptNotes_;
   RecordBatch batch_;
   std::size_t nextInBatch_ = 0;
   std::string aheadUnquoted_;

@@ -22,7 +22,15 @@ void Diagnostics::Note(std::string text, std::string file, std::int64_t line, st
 }
 
 void Diagnostics::Warn(std::string text, std::string file, std::int64_t line, std::string column) {
-  Diagnostic warning{Severity::Warning, std::move(file), line, std::move(column), std::move(text)};
+  Add({Severity::Warning, std::move(file), line, std::move(column), std::move(text)});
+}
+
+void Diagnostics::Add(Diagnostic diagnostic) {
+  if (diagnostic.severity != Severity::Warning) {
+    items_.push_back(std::move(diagnostic));
+    return;
+  }
+  Diagnostic& warning = diagnostic;
   if (strict_) {
     warning.severity = Severity::Error;
     warning.text += " (--strict)";

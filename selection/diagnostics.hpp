@@ -5,7 +5,9 @@
 // command form says trouble through this one list; the front end decides
 // how to show it and what status to end with.
 #include <cstdint>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace drav::selection {
@@ -34,15 +36,26 @@ class Diagnostics {
   explicit Diagnostics(bool strict = false) : strict_(strict) {}
 
   void Note(std::string text, std::string file = {}, std::int64_t line = 0, std::string column = {});
+  // One made elsewhere, such as on a thread that reads ahead, told here in
+  // its turn; a warning as Warn takes it.
+  void Add(Diagnostic diagnostic);
   // Throws DataError with the warning's text when strict.
   void Warn(std::string text, std::string file = {}, std::int64_t line = 0, std::string column = {});
 
   const std::vector<Diagnostic>& All() const { return items_; }
   bool Strict() const { return strict_; }
 
+  // Those not yet shown, which are then taken as shown: a run that shows
+  // what it found and then fails shows each once.
+  std::span<const Diagnostic> TakeUnshown() {
+    const std::size_t from = std::exchange(shown_, items_.size());
+    return std::span(items_).subspan(from);
+  }
+
  private:
   bool strict_;
   std::vector<Diagnostic> items_;
+  std::size_t shown_ = 0;
 };
 
 }  // namespace drav::selection

@@ -1,9 +1,11 @@
 #pragma once
 // Records handed from the thread that reads a file and finds its records
 // to the threads that split them and make models of them, a batch at a
-// time. A reading error travels in its place, after
-// the records before it, so that the first fault of the file is told first
-// however the work was shared.
+// time. A reading error travels in its place, after the records before it,
+// and so does each note the reading found, before the record it was found
+// with: the thread that uses the records tells the notes as it comes to
+// them, and none found past the first fault, so that what is said is what
+// reading on one thread says, however the work was shared.
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -12,8 +14,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "selection/diagnostics.hpp"
 #include "selection/record_split.hpp"
 
 namespace drav::selection {
@@ -28,8 +32,18 @@ struct RecordBatch {
   std::size_t escapedFrom = 0;            // from this record on, \" is a quote (write.table)
   bool last = false;                      // no batch follows
   std::exception_ptr error;               // with `last`: what stopped the reading
+  // Notes found while reading, each with the record it comes before
+  // (Records() for those found after the last record), in file order.
+  std::vector<std::pair<std::size_t, Diagnostic>> notes;
 
   std::size_t Records() const { return lines.size(); }
+  // Tells the notes that come before records [begin, end) of the batch
+  // (end Records() + 1 for those after the last).
+  void TellNotes(std::size_t begin, std::size_t end, Diagnostics& diagnostics) const {
+    for (const auto& [before, note] : notes) {
+      if (before >= begin && before < end) diagnostics.Add(note);
+    }
+  }
   void Add(std::string_view record, std::int64_t line, RecordSyntax recordSyntax) {
     if (Records() == 0) syntax = recordSyntax;
     if (recordSyntax.backslashEscapes == syntax.backslashEscapes) escapedFrom = Records() + 1;
@@ -56,12 +70,20 @@ class RecordBatches {
   static constexpr std::size_t kBytes = std::size_t{8} << 20;
 
   // The reading side: false once the using side has stopped, and the batch
-  // is dropped. Waits while enough batches are waiting.
+  // is dropped. Waits while enough batches are waiting. Where the batch
+  // cannot be queued (no memory for it), the using side is handed that
+  // fault instead, as the last batch, and the reading side is done.
   bool Push(RecordBatch batch) {
     std::unique_lock lock(mutex_);
     room_.wait(lock, [this] { return stopped_ || waiting_.size() < kDepth; });
     if (stopped_) return false;
-    waiting_.push_back(std::move(batch));
+    try {
+      waiting_.push_back(std::move(batch));
+    } catch (...) {
+      failed_ = std::current_exception();
+      ready_.notify_one();
+      return false;
+    }
     ready_.notify_one();
     return true;
   }
@@ -69,7 +91,13 @@ class RecordBatches {
   // The using side: the next batch, waiting for it.
   RecordBatch Pop() {
     std::unique_lock lock(mutex_);
-    ready_.wait(lock, [this] { return !waiting_.empty(); });
+    ready_.wait(lock, [this] { return !waiting_.empty() || failed_; });
+    if (waiting_.empty()) {
+      RecordBatch failed;
+      failed.last = true;
+      failed.error = failed_;
+      return failed;
+    }
     RecordBatch batch = std::move(waiting_.front());
     waiting_.pop_front();
     room_.notify_one();
@@ -89,6 +117,7 @@ class RecordBatches {
   std::condition_variable ready_, room_;
   std::deque<RecordBatch> waiting_;
   bool stopped_ = false;
+  std::exception_ptr failed_;  // why a batch could not be queued; none follow it
 };
 
 }  // namespace drav::selection

@@ -7,6 +7,8 @@
 #include <future>
 #include <mutex>
 
+#include "selection/second_thread.hpp"
+
 namespace drav::selection {
 namespace {
 
@@ -20,7 +22,7 @@ class SharedBlocks {
 
   // The second thread: formats blocks until none is left or the calling
   // thread stops it.
-  void Help() {
+  void FormatWhileNeeded() {
     std::unique_lock lock(mutex_);
     for (;;) {
       changed_.wait(lock, [this] { return stopped_ || taken_ >= end_ || CanTake(); });
@@ -128,15 +130,16 @@ void WriteRows(std::size_t first, std::size_t last, OutputBuffer& out, const Row
     return;
   }
   SharedBlocks blocks(first, last, format);
-  std::future<void> helper = std::async(std::launch::async, [&blocks] { blocks.Help(); });
+  // Where no second thread starts, Write formats every block itself.
+  std::future<void> helper = StartBeside([&blocks] { blocks.FormatWhileNeeded(); });
   try {
     blocks.Write(out);
   } catch (...) {
     blocks.Stop();
-    helper.wait();
+    if (helper.valid()) helper.wait();
     throw;
   }
-  helper.get();
+  if (helper.valid()) helper.get();
 }
 
 }  // namespace drav::selection

@@ -10,6 +10,7 @@
 
 #include "analysis/text.hpp"
 #include "selection/errors.hpp"
+#include "selection/second_thread.hpp"
 
 namespace drav::selection {
 namespace {
@@ -39,7 +40,7 @@ class SharedRuns {
   explicit SharedRuns(const TableLoader& loader) : loader_(loader) {}
 
   // The second thread: reads runs as they come until stopped.
-  void Help() {
+  void ReadWhileNeeded() {
     std::unique_lock lock(mutex_);
     for (;;) {
       changed_.wait(lock, [this] { return stopped_ || CanClaim(); });
@@ -92,12 +93,19 @@ class SharedRuns {
   bool CanClaim() const { return claimed_ < taken_ + runs_.size(); }
 
   // With the lock held: reads the next unclaimed run, without the lock
-  // while reading. A run without forks is left to its turn.
+  // while reading. A run without forks is left to its turn. Whatever stops
+  // the reading, memory running out included, is the run's fault, told in
+  // its turn: the run is done either way, so no thread waits for it.
   void ReadNext(std::unique_lock<std::mutex>& lock) {
     Run& run = runs_[claimed_++ - taken_];  // a deque's elements stay put as others come and go
     if (run.rows) {
       lock.unlock();
-      run.read = loader_.Read(*run.rows, run.observer.get(), *run.batch, run.begin, run.end, run.before);
+      try {
+        run.read = loader_.Read(*run.rows, run.observer.get(), *run.batch, run.begin, run.end, run.before);
+      } catch (...) {
+        run.read = RowsRead();
+        run.read.fault = std::current_exception();
+      }
       lock.lock();
     }
     run.done = true;
@@ -124,14 +132,16 @@ void TableLoader::Add(std::span<const std::string_view> fields, std::int64_t lin
 
 void TableLoader::AddShared(DelimitedReader& reader) {
   SharedRuns shared(*this);
-  std::future<void> helper = std::async(std::launch::async, [&shared] { shared.Help(); });
+  // The second thread catches all it may meet (ReadNext), so waiting for it
+  // is all that is left to do; where none starts, this one reads every run.
+  std::future<void> helper = StartBeside([&shared] { shared.ReadWhileNeeded(); });
   // However this thread leaves, the other stops first: it reads the runs.
   struct Stopper {
     SharedRuns& shared;
     std::future<void>& helper;
     ~Stopper() {
       shared.Stop();
-      helper.wait();
+      if (helper.valid()) helper.wait();
     }
   } stopper{shared, helper};
 
@@ -146,9 +156,11 @@ void TableLoader::AddShared(DelimitedReader& reader) {
       const bool kept = run->rows && (!options_.observer || options_.observer->Join(*run->observer));
       if (kept) {
         rows_.Join(*run->rows);
+        TellNotes(*run->batch, run->begin, run->end, run->read);
         Take(run->read);
       } else {
         RowsRead again = Read(rows_, options_.observer, *run->batch, run->begin, run->end, table_.models.size());
+        TellNotes(*run->batch, run->begin, run->end, again);
         Take(again);
       }
       continue;
@@ -210,6 +222,17 @@ void TableLoader::Read(RowReader& rows, RowObserver* observer, std::span<const s
   } catch (...) {
     read.fault = std::current_exception();
   }
+}
+
+// The notes found while reading records [begin, end) of a batch, up to the
+// record whose fault ended the run: on one thread the reading stops there,
+// and would not have found the notes after it. The last run of a batch
+// tells those found after its last record too.
+void TableLoader::TellNotes(const RecordBatch& batch, std::size_t begin, std::size_t end,
+                            const RowsRead& read) const {
+  const bool stoppedEarly = read.models.size() < end - begin;
+  const std::size_t upTo = stoppedEarly ? begin + read.models.size() + 1 : end + (end == batch.Records());
+  batch.TellNotes(begin, upTo, diagnostics_);
 }
 
 // The models read, in their sets, then the fault that ended the run.

@@ -30,8 +30,9 @@ struct RowsRead {
 
 class TableLoader {
  public:
-  TableLoader(CandidateTable& table, RowReader& rows, const LoadOptions& options, std::string name)
-      : table_(table), rows_(rows), options_(options), name_(std::move(name)) {}
+  TableLoader(CandidateTable& table, RowReader& rows, const LoadOptions& options, std::string name,
+              Diagnostics& diagnostics)
+      : table_(table), rows_(rows), options_(options), name_(std::move(name)), diagnostics_(diagnostics) {}
 
   // The first line without a value in the --by column; 0 for none.
   std::int64_t EmptyByLine() const { return emptyByLine_; }
@@ -41,7 +42,10 @@ class TableLoader {
 
   // Every batch `reader` reads ahead from here on (TakeBatch), its records
   // shared out in runs between this thread and a second as each comes
-  // free, and taken into the table in file order.
+  // free, and taken into the table in file order with the notes found
+  // while reading them. Where no second thread can be had, this one reads
+  // every run. A fault on the second thread is thrown here in its run's
+  // turn.
   void AddShared(DelimitedReader& reader);
 
   // Records [begin, end) of a batch as models numbered on from `before`,
@@ -53,11 +57,13 @@ class TableLoader {
   void Read(RowReader& rows, RowObserver* observer, std::span<const std::string_view> fields, std::int64_t line,
             std::size_t before, RowsRead& read) const;
   void Take(RowsRead& read);
+  void TellNotes(const RecordBatch& batch, std::size_t begin, std::size_t end, const RowsRead& read) const;
 
   CandidateTable& table_;
   RowReader& rows_;
   const LoadOptions& options_;
   std::string name_;
+  Diagnostics& diagnostics_;
   RowsRead one_;
   std::unordered_map<std::string, std::uint32_t> setIndex_;
   std::int64_t emptyByLine_ = 0;

@@ -9,6 +9,7 @@
 #include "selection/number_text.hpp"
 #include "selection/readable_cell.hpp"
 #include "selection/row_blocks.hpp"
+#include "selection/second_thread.hpp"
 
 namespace drav::selection {
 namespace {
@@ -138,9 +139,9 @@ struct Measured {
 Measured MeasureColumns(const OutputTable& table, std::optional<int> digits, unsigned threads) {
   if (threads < 2 || table.rows < 2 * kRowBlock) return Measured(table, digits, 0, table.rows);
   const std::size_t half = table.rows / 2;
-  auto second = std::async(std::launch::async, [&] { return Measured(table, digits, half, table.rows); });
+  auto second = StartBeside([&] { return Measured(table, digits, half, table.rows); });
   Measured measured(table, digits, 0, half);
-  measured.Merge(second.get());
+  measured.Merge(second.valid() ? second.get() : Measured(table, digits, half, table.rows));
   return measured;
 }
 

@@ -10,6 +10,8 @@
 #include <future>
 #include <vector>
 
+#include "selection/second_thread.hpp"
+
 namespace drav::selection {
 
 // Items below this many are not worth a second thread when each is cheap
@@ -28,9 +30,15 @@ void InTwoHalves(std::size_t count, unsigned threads, const Work& work) {
     return;
   }
   const std::size_t half = count / 2;
-  auto second = std::async(std::launch::async, [&work, half, count] { work(half, count); });
+  // However the first half ends, the future of std::async waits for the
+  // second as it goes.
+  auto second = StartBeside([&work, half, count] { work(half, count); });
   work(std::size_t{0}, half);
-  second.get();
+  if (second.valid()) {
+    second.get();
+  } else {
+    work(half, count);
+  }
 }
 
 // A double's bits as an unsigned number that orders as the double does;

@@ -12,8 +12,8 @@ namespace drav::cli {
 
 namespace sel = drav::selection;
 
-void Tell(const sel::Diagnostics& diagnostics) {
-  for (const sel::Diagnostic& d : diagnostics.All()) {
+void Tell(sel::Diagnostics& diagnostics) {
+  for (const sel::Diagnostic& d : diagnostics.TakeUnshown()) {
     const char* kind = d.severity == sel::Severity::Note ? "note: " : "warning: ";
     std::fprintf(stderr, "drav-report: %s%s\n", kind, sel::Describe(d).c_str());
   }

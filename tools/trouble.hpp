@@ -12,8 +12,9 @@
 
 namespace drav::cli {
 
-// Every note and warning, in the order they were found.
-void Tell(const selection::Diagnostics& diagnostics);
+// Every note and warning not yet told, in the order they were found: a
+// body that tells them and then fails to write has them told once.
+void Tell(selection::Diagnostics& diagnostics);
 
 // Runs a command form's body, which makes `diagnostics` once it knows
 // whether --strict was given, and returns its status; what the body throws

@@ -50,6 +50,9 @@ if [ -w /dev/full ]; then
   "$bin" table "$lm" >/dev/full 2>"$tmp/err"
   check "table, full disk: status" 5 $?
   check_text "table, full disk: told" "$tmp/err" "drav-report: cannot write the output: No space left on device"
+  # What was said before the write failed is said once.
+  printf 'AIC\n1\n2\n' | "$bin" table - >/dev/full 2>"$tmp/err"
+  check "table, full disk: each note once" 1 "$(grep -c 'so they are numbered' "$tmp/err")"
 fi
 
 # A reader that goes away ends the program quietly, as it does any filter.

@@ -108,8 +108,14 @@ INSTANTIATE_TEST_SUITE_P(
         // The limit is 64 bytes here, 64 MiB in the program.
         Case{"EndlessLine", "model,aic\n" + std::string(200, 'x'),
              {", model|aic", "in.csv:2: a line longer than 64 bytes; this is not a table"}},
-        Case{"UnclosedQuote", "model,aic\n\"m1,1\n" + std::string(100, 'y'),
-             {", model|aic", "in.csv:2: a line longer than 64 bytes; this is not a table"}}),
+        Case{"UnclosedQuoteRunsPastTheLimit", "model,aic\n\"m1,1\n" + std::string(100, 'y'),
+             {", model|aic",
+              "in.csv:2: the quote opened on line 2 is never closed within 64 bytes; a quoted field ends with a "
+              "quote of its own"}},
+        // A quote left open would swallow the rest of the file as one field.
+        Case{"UnclosedQuoteAtTheEnd", "model,aic\n\"m1\nm2\",1\nm3,2\nm4,\"3\nm5,4\n",
+             {", model|aic", "m1\nm2|1@2", "m3|2@4",
+              "in.csv:5: the quote opened on line 5 is never closed; a quoted field ends with a quote of its own"}}),
     [](const auto& info) { return info.param.name; });
 
 TEST(DelimitedReader, ReadFailureCarriesTheSystemsError) {

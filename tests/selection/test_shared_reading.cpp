@@ -190,6 +190,30 @@ TEST(SharedReading, FirstFaultToldFirst) {
   // A fault of the reading itself, after every record before it.
   ExpectOneThreadsOutcome(models(25000, std::string("m,1,3,\0,1", 9)), table,
                           "refused: m.csv:25001: holds a NUL byte; this is not a text file");
+  // Notes of the reading travel with their records: one found before the
+  // first fault is told, one the reading thread found past it is not, as
+  // one thread stops reading at the fault. The rows are long enough that
+  // both lie past the first read of the file, which the header's thread
+  // checks itself.
+  const auto noted = [](int badAt, int latin1At, int escapedAt) {
+    return File("model,loglik,k,remark", [=](int i) {
+      std::string remark = std::string(40, 'r');
+      if (i == latin1At) remark = "caf\xE9";
+      if (i == escapedAt) remark = "\"say \\\"hi\\\" twice\"";
+      return Row({Name(i), i == badAt ? "x" : Num(-1000 - i % 50), "3", remark});
+    });
+  };
+  const auto without = [](const std::string& text, const std::string& note) {
+    for (const unsigned threads : {1u, 2u}) {
+      EXPECT_EQ(Outcome(text, [](SelectionRequest&) {}, threads).find(note), std::string::npos) << threads;
+    }
+  };
+  ExpectOneThreadsOutcome(noted(39000, 30000, 0), table, "m.csv is not UTF-8; read as Windows-1252");
+  ExpectOneThreadsOutcome(noted(20000, 39990, 0), table, "refused: m.csv:20001: column 'loglik' holds 'x'");
+  without(noted(20000, 39990, 0), "Windows-1252");
+  ExpectOneThreadsOutcome(noted(39000, 0, 30000), table, "m.csv:30001: a quote inside a quoted field is escaped");
+  ExpectOneThreadsOutcome(noted(20000, 0, 39990), table, "refused: m.csv:20001: column 'loglik' holds 'x'");
+  without(noted(20000, 0, 39990), "escaped by a backslash");
   // More models than a table may hold, counted across the threads' runs.
   ExpectOneThreadsOutcome(models(0, ""), [](SelectionRequest& r) { r.load.maxModels = 20000; },
                           "refused: m.csv:20002: more than 20000 models");
