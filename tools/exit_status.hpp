@@ -15,6 +15,7 @@ enum class ExitStatus : int {
   BadData = 4,      // the data cannot give a table, or a warning under --strict
   Unwritable = 5,   // the output could not be written, such as to a full disk
   OutOfMemory = 6,  // the input is too large for this machine's memory
+  Internal = 7,     // a fault of drav-report itself, which no input should cause
 };
 
 struct ExitStatusEntry {
@@ -30,6 +31,7 @@ inline constexpr ExitStatusEntry kExitStatuses[] = {
     {ExitStatus::BadData, "the data cannot give a table, or a warning under --strict"},
     {ExitStatus::Unwritable, "the output could not be written (a full disk)"},
     {ExitStatus::OutOfMemory, "the input is too large for this machine's memory"},
+    {ExitStatus::Internal, "a fault of drav-report itself, not of the input: please report it"},
 };
 
 constexpr int Code(ExitStatus status) { return static_cast<int>(status); }

@@ -1,6 +1,7 @@
 #include "tools/trouble.hpp"
 
 #include <cstdio>
+#include <exception>
 #include <new>
 #include <string>
 
@@ -43,6 +44,12 @@ int RunReporting(std::string_view command,
     return fail(ExitStatus::BadData, error.what());
   } catch (const std::bad_alloc&) {
     return fail(ExitStatus::OutOfMemory, "out of memory: the input is too large for this machine's memory");
+  } catch (const std::exception& fault) {
+    // Whatever no refusal above names is a fault of the program: it still
+    // ends with what was found said and a status of its own, not an abort.
+    return fail(ExitStatus::Internal, std::string("a fault of drav-report itself: ") + fault.what());
+  } catch (...) {
+    return fail(ExitStatus::Internal, "a fault of drav-report itself");
   }
 }
 

@@ -7,7 +7,7 @@ bin=$1
 src=$2
 source "$(dirname "$0")/checks.sh"
 "$bin" --help | sed -n '/^Exit status:/,$p' | grep -E '^  [0-9]  ' >"$tmp/statuses"
-check "the help lists seven statuses" 7 "$(wc -l <"$tmp/statuses")"
+check "the help lists eight statuses" 8 "$(wc -l <"$tmp/statuses")"
 if command -v mandoc >/dev/null; then
   mandoc -Tascii "$src/packaging/drav-report.1" | col -b | tr -s '[:space:]' ' ' >"$tmp/manual"
 fi
