@@ -1,8 +1,9 @@
 #pragma once
 // How each record of a table becomes a candidate model: the columns settled
 // once from the header and the first record, then every row read the same
-// way, each cell that the criterion needs held to being a number, K and n to
-// being possible, and a criterion column to agreeing with logLik and K.
+// way, each cell that the criterion needs held to being a number, the model
+// to what every candidate must be (candidate_faults.hpp), and a criterion
+// column to agreeing with logLik and K.
 #include <array>
 #include <cmath>
 #include <optional>
@@ -13,6 +14,7 @@
 
 #include "analysis/text.hpp"
 #include "analysis/utf8.hpp"
+#include "selection/candidate_faults.hpp"
 #include "selection/candidates.hpp"
 #include "selection/column_roles.hpp"
 #include "selection/criterion_choice.hpp"
@@ -103,20 +105,13 @@ class RowReader {
     if (roles_.logLik) c.logLik = computed_ ? Number(*roles_.logLik) : Optional(*roles_.logLik);
     if (roles_.k) c.k = Count(*roles_.k, computed_, roles_.kMayBeTerm, "K", "--k");
     if (roles_.n) c.n = Count(*roles_.n, computed_ && NeedsN(criterion_), roles_.nMayBeTerm, "n", "--n");
-    RefuseImpossible(roles_.k, c.k < 0, "K, the number of estimated parameters, cannot be negative");
-    RefuseImpossible(roles_.n, c.n <= 0, "the number of observations must be positive");
-    // A criterion given in its column is held to n > K + 1 as one computed
-    // is: an AICc of 10 parameters from 10 rows has no meaning either way.
-    if (computed_ || (!std::isnan(c.n) && !std::isnan(c.k))) CheckSample(c);
-    if (computed_) {
-      c.value = Compute(criterion_, {c.logLik, c.k, c.n, chat_});
-      // Cells near the largest double can give an infinite criterion, and
-      // an infinite best would make every difference NaN.
-      if (!std::isfinite(c.value)) {
-        throw DataError(Where() + std::string(Title(criterion_)) + " computed from this line is not a finite number");
-      }
-    } else {
-      c.value = Number(*roles_.criterion[static_cast<std::size_t>(criterion_)]);
+    c.value = computed_ ? Compute(criterion_, {c.logLik, c.k, c.n, chat_})
+                        : Number(*roles_.criterion[static_cast<std::size_t>(criterion_)]);
+    if (const CandidateFault fault = FaultOf(c, criterion_); fault != CandidateFault::None) {
+      const auto column = InK(fault) ? roles_.k : InN(fault) ? roles_.n : std::nullopt;
+      const std::string held =
+          column ? "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " : "";
+      throw DataError(Where() + held + Why(fault, c, criterion_));
     }
     CompareCriteria(c);
     return c;
@@ -224,13 +219,6 @@ class RowReader {
   void RefuseImpossible(std::optional<std::size_t> column, bool impossible, const std::string& why) const {
     if (!impossible) return;
     throw DataError(Where() + "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " + why);
-  }
-
-  void CheckSample(const Candidate& c) const {
-    if (HasSmallSampleTerm(criterion_) && !(c.n > c.k + 1)) {
-      throw DataError(Where() + std::string(Title(criterion_)) + " needs n > K + 1, and here n = " + Shown(c.n) +
-                      " with K = " + Shown(c.k));
-    }
   }
 
   // A criterion column and logLik with K must agree: a K that is not the

@@ -141,7 +141,9 @@ int main(int argc, char** argv) {
   } catch (const drav::IOException& error) {
     std::cerr << "drav-report: " << (operands[1] == "-" ? "standard input" : error.Path()) << ": " << error.Reason()
               << '\n';
-    return Code(ExitStatus::Unreadable);
+    // The stream stops an input past 1 GiB with EFBIG: it was read, and is
+    // no file of models, as a table or a program's output that long is not.
+    return Code(error.ErrorNumber() == EFBIG ? ExitStatus::BadData : ExitStatus::Unreadable);
   }
   // The report area ends its lines with the platform's report line end; a
   // terminal wants "\n".

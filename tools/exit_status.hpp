@@ -12,7 +12,7 @@ enum class ExitStatus : int {
   Unreadable = 1,   // FILE (or CFILE) cannot be opened or read
   BadUsage = 2,     // an unknown option, a missing operand, a bad COUNT or option value
   NoLowestAic = 3,  // the classic report: no lowest AIC in the data
-  BadData = 4,      // the data cannot give a table, or a warning under --strict
+  BadData = 4,      // the data cannot give a report or table, or a warning under --strict
   Unwritable = 5,   // the output could not be written, such as to a full disk
   OutOfMemory = 6,  // the input is too large for this machine's memory
   Internal = 7,     // a fault of drav-report itself, which no input should cause
@@ -28,7 +28,7 @@ inline constexpr ExitStatusEntry kExitStatuses[] = {
     {ExitStatus::Unreadable, "FILE or CFILE cannot be opened or read"},
     {ExitStatus::BadUsage, "bad usage: an unknown option, a missing operand, a bad COUNT or value"},
     {ExitStatus::NoLowestAic, "no lowest AIC in the data (the classic report)"},
-    {ExitStatus::BadData, "the data cannot give a table, or a warning under --strict"},
+    {ExitStatus::BadData, "the data cannot give a report or table, or a warning under --strict"},
     {ExitStatus::Unwritable, "the output could not be written (a full disk)"},
     {ExitStatus::OutOfMemory, "the input is too large for this machine's memory"},
     {ExitStatus::Internal, "a fault of drav-report itself, not of the input: please report it"},

@@ -4,11 +4,13 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "analysis/runtime_exception.hpp"
 #include "selection/errors.hpp"
 #include "selection/fits/output_readers.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/spss_output.hpp"
 
 namespace drav::cli {
 namespace {
@@ -18,6 +20,16 @@ namespace fits = selection::fits;
 // No statistics program prints a gigabyte for one run; a device of endless
 // bytes would otherwise fill the memory.
 constexpr std::size_t kMaxBytes = std::size_t{1} << 30;
+
+// The line of text[at], numbered as SplitLines numbers them: LF, CR LF and
+// CR each end one.
+std::int64_t LineAt(std::string_view text, std::size_t at) {
+  std::int64_t line = 1;
+  for (std::size_t i = 0; i < at; ++i) {
+    if (text[i] == '\n' || (text[i] == '\r' && text[i + 1] != '\n')) ++line;
+  }
+  return line;
+}
 
 void ReadWhole(const std::string& path, std::string& text) {
   const bool standardInput = path == "-";
@@ -29,6 +41,17 @@ void ReadWhole(const std::string& path, std::string& text) {
   std::size_t got = 0;
   while ((got = std::fread(chunk, 1, sizeof chunk, file)) > 0) {
     text.append(chunk, got);
+    // No program prints a NUL byte: a device such as /dev/zero, or a
+    // binary file, is refused at its first one, as a table is, before it
+    // fills the memory. An SPSS viewer file is read no further, and its
+    // reader says how to export the text.
+    if (const void* nul = std::memchr(chunk, '\0', got)) {
+      if (fits::IsSpssViewerFile(text)) break;
+      const std::size_t at = text.size() - got + static_cast<std::size_t>(static_cast<const char*>(nul) - chunk);
+      if (!standardInput) std::fclose(file);
+      throw selection::DataError(name + ":" + std::to_string(LineAt(text, at)) +
+                                 ": holds a NUL byte; this is not a text file");
+    }
     if (text.size() > kMaxBytes) {
       if (!standardInput) std::fclose(file);
       throw selection::DataError(name + ": more than 1 GiB; no program's printed output is that long");
@@ -63,7 +86,7 @@ std::vector<std::string> Expanded(const std::vector<std::string>& files) {
 }  // namespace
 
 std::vector<fits::FitRecord> ReadFitFiles(const std::vector<std::string>& files, const std::string& modelNames,
-                                          selection::Diagnostics& diagnostics) {
+                                          std::optional<double> n, selection::Diagnostics& diagnostics) {
   std::vector<fits::FitRecord> records;
   std::string text;
   text.reserve(1 << 20);
@@ -72,6 +95,7 @@ std::vector<fits::FitRecord> ReadFitFiles(const std::vector<std::string>& files,
     const std::string name = file == "-" ? "standard input" : file;
     for (fits::FitRecord& r : fits::ReadProgramOutput(text, name, diagnostics)) records.push_back(std::move(r));
   }
+  if (n) fits::GiveN(records, *n);
   if (modelNames.empty()) return records;
   ReadWhole(modelNames, text);
   std::vector<std::string> names;

@@ -1,6 +1,5 @@
 #include "tools/fits_command.hpp"
 
-#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,13 +23,22 @@ namespace fits = drav::selection::fits;
 struct FitsOptions {
   std::vector<std::string> files;
   std::string modelNames;
-  std::string n;  // --n N for outputs that print none
+  std::optional<double> n;  // --n N for outputs that print none
   bool verbose = false;
   bool strict = false;
   bool help = false;
   OutputFormat format = OutputFormat::Text;
   std::optional<int> digits;
 };
+
+// --n N: the n of the models whose outputs print none; `option` as the
+// message calls it.
+std::optional<double> GivenN(const std::string& text, const std::string& option) {
+  if (text.empty()) return std::nullopt;
+  const auto n = sel::ParseNumber(text, false);
+  if (!n || *n <= 0) throw sel::UsageError(option + " is the number of observations, not '" + text + "'");
+  return n;
+}
 
 FitsOptions Parse(int argc, char** argv) {
   FitsOptions options;
@@ -58,15 +66,15 @@ FitsOptions Parse(int argc, char** argv) {
       if (name == "--model-names") {
         options.modelNames = value;
       } else if (name == "--n") {
-        options.n = value;
-      } else if (name == "--format" || name == "--digits") {
-        // The table's own parser knows these values and their messages.
+        options.n = GivenN(std::string(value), "--n");
+      } else if (name == "--format") {
+        if (value == "svg") throw sel::UsageError("--format svg draws a ranking; fits lists");
+        options.format = FormatNamed(value, false);
+      } else if (name == "--digits") {
+        // The table's own parser knows its values and their message.
         std::string nameText(name), valueText(value), command("table"), file("-");
         char* args[] = {command.data(), nameText.data(), valueText.data(), file.data()};
-        const SelectionOptions parsed = ParseSelectionOptions(4, args);
-        if (parsed.format == OutputFormat::Svg) throw sel::UsageError("--format svg draws a ranking; fits lists");
-        if (name == "--format") options.format = parsed.format;
-        else options.digits = parsed.digits;
+        options.digits = ParseSelectionOptions(4, args).digits;
       } else {
         throw sel::UsageError("unknown option " + std::string(name) + " for fits");
       }
@@ -79,7 +87,9 @@ FitsOptions Parse(int argc, char** argv) {
 }  // namespace
 
 sel::CandidateTable LoadFitCandidates(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
-  std::vector<fits::FitRecord> records = ReadFitFiles(options.fitFiles, options.modelNames, diagnostics);
+  // A table's --n names a column; with --fits it is the n itself.
+  const std::optional<double> n = GivenN(options.load.roles.n, "--n with --fits");
+  std::vector<fits::FitRecord> records = ReadFitFiles(options.fitFiles, options.modelNames, n, diagnostics);
   sel::CandidateTable table = fits::CandidatesFromFits(records, options.load, diagnostics);
   if (options.verbose) {
     for (const fits::FitRecord& r : records) {
@@ -98,14 +108,7 @@ int RunFitsCommand(int argc, char** argv) {
       return Code(ExitStatus::Done);
     }
     diagnostics.emplace(options.strict);
-    std::vector<fits::FitRecord> records = ReadFitFiles(options.files, options.modelNames, *diagnostics);
-    if (!options.n.empty()) {
-      const auto n = sel::ParseNumber(options.n, false);
-      if (!n || *n <= 0) throw sel::UsageError("--n is the number of observations, not '" + options.n + "'");
-      for (fits::FitRecord& r : records) {
-        if (std::isnan(r.n)) r.n = *n;
-      }
-    }
+    std::vector<fits::FitRecord> records = ReadFitFiles(options.files, options.modelNames, options.n, *diagnostics);
     Tell(*diagnostics);
     WriteTable(fits::FitsLayout(records, options.verbose), options.format, options.digits);
     return Code(ExitStatus::Done);

@@ -84,7 +84,9 @@ Never a wrong ranking without a word: models of different kinds of
 likelihood (ML, REML, pseudo, constants dropped, scaled) or different n, or
 from programs whose AICs count parameters differently, are warned of with
 both models named (refused under --strict); REML beside ML, and a model
-without a likelihood or with a pseudolikelihood, are refused. A printed AIC
+without a likelihood or with a pseudolikelihood, are refused, and so is a
+model that a table's row would be refused for (K negative or not whole, n
+not positive, n <= K + 1 for AICc, a criterion too large). A printed AIC
 that disagrees with logLik and K is warned of, and two models whose
 criteria differ by less than the printed digits can tell are noted.
 

@@ -1,7 +1,7 @@
 #include "tools/selection_options.hpp"
 
-#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <cmath>
 #include <utility>
 
@@ -19,6 +19,7 @@ constexpr std::pair<std::string_view, OutputFormat> kFormats[] = {
     {"markdown", OutputFormat::Markdown}, {"latex", OutputFormat::Latex}, {"json", OutputFormat::Json},
     {"svg", OutputFormat::Svg},
 };
+static_assert(kFormats[std::size(kFormats) - 1].second == OutputFormat::Svg, "FormatNamed leaves the chart out last");
 
 double PositiveNumber(std::string_view option, std::string_view text) {
   const auto value = selection::ParseNumber(text, false);
@@ -35,6 +36,16 @@ std::pair<std::string_view, std::string_view> OptionWithValue(int argc, char** a
   }
   if (i + 1 < argc) return {arg, argv[++i]};
   throw UsageError(std::string(arg) + " needs a value");
+}
+
+OutputFormat FormatNamed(std::string_view value, bool chart) {
+  std::string names;
+  const std::size_t count = std::size(kFormats) - (chart ? 0 : 1);  // svg, the chart, is last
+  for (std::size_t i = 0; i < count; ++i) {
+    if (kFormats[i].first == value) return kFormats[i].second;
+    names.append(i == 0 ? "" : i + 1 == count ? " or " : ", ").append(kFormats[i].first);
+  }
+  throw UsageError("--format is " + names + ", not '" + std::string(value) + "'");
 }
 
 SelectionOptions ParseSelectionOptions(int argc, char** argv) {
@@ -128,11 +139,7 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
       }
       options.subset.top = top;
     } else if (name == "--format") {
-      const auto* found = std::find_if(std::begin(kFormats), std::end(kFormats), [&](const auto& f) { return f.first == value; });
-      if (found == std::end(kFormats)) {
-        throw UsageError("--format is text, csv, tsv, markdown, latex, json or svg, not '" + std::string(value) + "'");
-      }
-      options.format = found->second;
+      options.format = FormatNamed(value, true);
     } else if (name == "--model-names") {
       options.modelNames = value;
     } else if (name == "--digits") {

@@ -42,6 +42,10 @@ struct SelectionOptions {
 // none follows.
 std::pair<std::string_view, std::string_view> OptionWithValue(int argc, char** argv, int& i);
 
+// The output format `value` names, of every one, or without svg where the
+// command draws no `chart`. Throws UsageError naming those it takes.
+OutputFormat FormatNamed(std::string_view value, bool chart);
+
 // argv[0] is the subcommand. Throws selection::UsageError, its message
 // saying what is wrong with the command line.
 SelectionOptions ParseSelectionOptions(int argc, char** argv);

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <numeric>
 
+#include "selection/candidate_faults.hpp"
 #include "selection/errors.hpp"
 #include "selection/fits/printed_text.hpp"
-#include "selection/number_text.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -146,20 +146,11 @@ void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagno
 
 }  // namespace
 
-CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOptions& options, Diagnostics& diagnostics) {
+CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const LoadOptions& options,
+                                  Diagnostics& diagnostics) {
   if (records.empty()) throw DataError("no models in the outputs read");
   if (!options.byColumn.empty() || !options.roles.k.empty() || !options.modelColumn.empty() || !options.roles.terms.empty()) {
     throw UsageError("--by, --k, --model and --term name columns of a table; the outputs read with --fits have none");
-  }
-  if (!options.roles.n.empty()) {
-    const auto n = ParseNumber(options.roles.n, false);
-    if (!n || *n <= 0) throw UsageError("--n with --fits is the number of observations, not '" + options.roles.n + "'");
-    for (FitRecord& r : records) {
-      if (std::isnan(r.n)) {
-        r.n = *n;
-        AddStep(r.derivation, "n from --n");
-      }
-    }
   }
   CheckKinds(records, diagnostics);
   CheckSampleSizes(records, diagnostics);
@@ -185,10 +176,6 @@ CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOpti
       throw DataError(Where(r) + ": model '" + r.model + "': " + std::string(Title(table.criterion)) +
                       " needs n, which this output does not print; --n N gives it");
     }
-    if (HasSmallSampleTerm(table.criterion) && !(r.n > r.k + 1)) {
-      throw DataError(Where(r) + ": model '" + r.model + "': " + std::string(Title(table.criterion)) +
-                      " needs n > K + 1, and here n = " + Shown(r.n) + " with K = " + Shown(r.k));
-    }
     Candidate c;
     c.model = r.model;
     c.logLik = r.logLik;
@@ -196,6 +183,14 @@ CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOpti
     c.n = r.n;
     c.line = r.line;
     c.value = Compute(table.criterion, {r.logLik, r.k, std::isnan(r.n) ? 0 : r.n, table.chat});
+    // Held to what a table's rows are, in the same words; what a row names
+    // by its column, a fit names by its value.
+    if (const CandidateFault fault = FaultOf(c, table.criterion); fault != CandidateFault::None) {
+      const std::string held = InK(fault)   ? " has K = " + Shown(r.k) + "; "
+                               : InN(fault) ? " has n = " + Shown(r.n) + "; "
+                                            : ": ";
+      throw DataError(Where(r) + ": model '" + r.model + "'" + held + Why(fault, c, table.criterion));
+    }
     table.models.push_back(std::move(c));
   }
   NoteUnprintedDigits(records, table, diagnostics);

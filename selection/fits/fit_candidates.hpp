@@ -14,12 +14,12 @@
 namespace drav::selection::fits {
 
 // The criterion is options.criterion, else AICc where every model has its
-// n, else AIC; options.chat serves QAIC and QAICc as for a table, and
-// options.roles.n, where given, is the n of the models whose output prints
-// none (`--n N`). Notes and warnings go to `diagnostics`. Throws DataError
-// for what cannot be ranked, UsageError for options that have no meaning
-// here (--by, --k, --n that is not a number).
-CandidateTable CandidatesFromFits(std::vector<FitRecord> records, const LoadOptions& options,
+// n, else AIC; options.chat serves QAIC and QAICc as for a table. An n that
+// --n gives is in the records already (GiveN), never in options. Notes and
+// warnings go to `diagnostics`. Throws DataError for what cannot be ranked,
+// every model held to what a table's rows are (candidate_faults.hpp), and
+// UsageError for options that have no meaning here (--by, --k).
+CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const LoadOptions& options,
                                   Diagnostics& diagnostics);
 
 }  // namespace drav::selection::fits

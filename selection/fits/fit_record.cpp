@@ -1,5 +1,9 @@
 #include "selection/fits/fit_record.hpp"
 
+#include <cmath>
+
+#include "selection/fits/printed_text.hpp"
+
 namespace drav::selection::fits {
 
 std::string_view Name(LikelihoodKind kind) {
@@ -12,6 +16,19 @@ std::string_view Name(LikelihoodKind kind) {
     case LikelihoodKind::None: return "none";
   }
   return "unknown";
+}
+
+void GiveN(std::vector<FitRecord>& records, double n) {
+  const std::string given = "n = " + Shown(n) + " from --n";
+  for (FitRecord& r : records) {
+    if (!std::isnan(r.n)) continue;
+    r.n = n;
+    if (const auto at = r.derivation.find(kNNotPrinted); at != std::string::npos) {
+      r.derivation.replace(at, kNNotPrinted.size(), given);
+    } else {
+      AddStep(r.derivation, given);
+    }
+  }
 }
 
 }  // namespace drav::selection::fits

@@ -25,6 +25,10 @@ enum class LikelihoodKind {
 
 std::string_view Name(LikelihoodKind kind);
 
+// A derivation's word that the output prints no n; GiveN puts where n came
+// from in its place.
+inline constexpr std::string_view kNNotPrinted = "n is not printed (--n gives it)";
+
 struct FitRecord {
   std::string model;             // the output's own title, or the file's name without extension
   std::string source;            // the file, as the user named it
@@ -52,5 +56,10 @@ struct FitRecord {
   // warnings column; each also went to the diagnostics.
   std::vector<std::string> warnings;
 };
+
+// `n`, as --n gives it, to every record whose output prints none, its
+// derivation saying so. Done once, as the records are read, so that the
+// listing, the notes of --verbose and the ranking all see the same n.
+void GiveN(std::vector<FitRecord>& records, double n);
 
 }  // namespace drav::selection::fits

@@ -118,7 +118,7 @@ std::vector<FitRecord> ReadROutput(std::string_view text, const std::string& sou
           r.logLik = ll->value.value;
           r.logLikHalfUnit = ll->value.halfUnit;
           r.k = ll->df;
-          r.derivation = "K = df of logLik(); n is not printed (--n gives it)";
+          r.derivation = "K = df of logLik(); " + std::string(kNNotPrinted);
           found.push_back({std::move(r), object});
           found.back().record.model = object;
         }

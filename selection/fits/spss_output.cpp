@@ -256,8 +256,12 @@ class SpssReader {
 
 }  // namespace
 
+bool IsSpssViewerFile(std::string_view start) {
+  return start.starts_with(kZip) && start.substr(0, 1 << 16).find("outputViewer") != std::string_view::npos;
+}
+
 bool LooksLikeSpssOutput(std::string_view text) {
-  if (text.starts_with(kZip)) return text.substr(0, 1 << 16).find("outputViewer") != std::string_view::npos;
+  if (text.starts_with(kZip)) return IsSpssViewerFile(text);
   if (text.starts_with(kOle)) return false;
   // An export a cell to a line breaks the label ("Akaike's", "Information",
   // "Criterion (AIC)" on lines of their own): its pieces are looked for.

@@ -17,6 +17,11 @@ namespace drav::selection::fits {
 
 bool LooksLikeSpssOutput(std::string_view text);
 
+// The viewer's file (.spv), a zip of XML and binary parts, which its first
+// 64 KiB tell: binary, yet refused by ReadSpssOutput with the way to export
+// its text rather than as a file of NUL bytes.
+bool IsSpssViewerFile(std::string_view start);
+
 // Refuses the viewer's binary files (.spv, .spo), saying how to export text,
 // and tables whose criteria are not numbers.
 std::vector<FitRecord> ReadSpssOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics);

@@ -37,11 +37,14 @@ check_text "link loop: the real cause" "$tmp/err" "Too many levels of symbolic l
 
 # Endless inputs end at once with a message, not with memory exhausted.
 timeout 60 "$bin" 2 /dev/zero >/dev/null 2>"$tmp/err"
-check "classic, endless input: status" 1 $?
+check "classic, endless input: status" 4 $?
 check_text "classic, endless input: told" "$tmp/err" "Reading stopped after 1 GiB"
 timeout 20 "$bin" table /dev/zero >/dev/null 2>"$tmp/err"
 check "table, endless input: status" 4 $?
 check_text "table, endless input: told" "$tmp/err" "NUL byte"
+timeout 20 "$bin" fits /dev/zero >/dev/null 2>"$tmp/err"
+check "fits, endless input: status" 4 $?
+check_text "fits, endless input: told at its first byte" "$tmp/err" "drav-report: /dev/zero:1: holds a NUL byte; this is not a text file"
 
 if [ -w /dev/full ]; then
   "$bin" 5 "$five" >/dev/full 2>"$tmp/err"

@@ -124,6 +124,9 @@ INSTANTIATE_TEST_SUITE_P(
                 [](LoadOptions& o) { o.decimal = '.'; }},
         Refusal{"NegativeK", "model,AIC,df\na,10,2\nb,12,-1\n",
                 "d.csv:3: column 'df' holds '-1'; K, the number of estimated parameters, cannot be negative"},
+        // K counts parameters, whether the criterion needs it or not.
+        Refusal{"FractionalK", "model,AIC,df\na,10,2\nb,12,2.5\n",
+                "d.csv:3: column 'df' holds '2.5'; K, the number of estimated parameters, must be a whole number"},
         Refusal{"NoObservations", "model,AIC,nobs\na,10,0\n",
                 "d.csv:2: column 'nobs' holds '0'; the number of observations must be positive"},
         Refusal{"NegativeSe", "model,AIC,b,b_se\na,10,1,-0.5\n",
