@@ -22,8 +22,10 @@
 #include "tools/console_host.hpp"
 #include "tools/exit_status.hpp"
 #include "tools/fits_command.hpp"
+#include "tools/option_table.hpp"
 #include "tools/selection_command.hpp"
 #include "tools/selection_options.hpp"
+#include "tools/trouble.hpp"
 
 namespace {
 
@@ -83,6 +85,43 @@ bool Write(std::string_view text) {
   return false;
 }
 
+// The classic report of COUNT models in FILE; throws as the analysis does.
+int RunClassic(std::string_view count, std::string_view operand) {
+  // "-" is standard input, which /dev/stdin names on every system this runs on.
+  const std::string file = operand == "-" ? "/dev/stdin" : std::string(operand);
+  drav::cli::ConsoleWindow window{std::string(count)};
+  drav::cli::StreamAlert alert(std::cerr);
+  drav::cli::NamedFileDialog dialog(file);
+  const drav::LocaleDateText dates;
+  try {
+    switch (drav::RunAnalysis({window, alert, dialog, dates})) {
+      case drav::RunOutcome::CountMissing:
+      case drav::RunOutcome::CountInvalid:
+        return Code(ExitStatus::BadUsage);
+      case drav::RunOutcome::NoFile:
+        std::cerr << "drav-report: " << operand << ": " << WhyMissing(file.c_str()) << '\n';
+        return Code(ExitStatus::Unreadable);
+      case drav::RunOutcome::NoLowestAIC:
+        return Code(ExitStatus::NoLowestAic);
+      case drav::RunOutcome::Reported:
+        break;
+    }
+  } catch (const drav::IOException& error) {
+    if (operand != "-") throw;
+    throw drav::IOException("standard input", error.ErrorNumber(), error.Reason());
+  }
+  // The report area ends its lines with the platform's report line end; a
+  // terminal wants "\n".
+  if (!Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"))) {
+    return Code(ExitStatus::Unwritable);
+  }
+  if (const auto line = drav::cli::FirstLineWithoutNumber(file, static_cast<std::int64_t>(drav::Val(count)))) {
+    std::cerr << "drav-report: hint: line " << *line << " holds no AIC value, so it stands as a model with AIC 0.0;"
+              << " drav-report table FILE reads a table with a header line\n";
+  }
+  return Code(ExitStatus::Done);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -111,6 +150,9 @@ int main(int argc, char** argv) {
                             drav::cli::ExitStatusHelp()))
                       ? ExitStatus::Done
                       : ExitStatus::Unwritable);
+    } else if (arg == "--bash-completion") {
+      // Written into the package at build time, from the table of options.
+      return Code(Write(drav::cli::BashCompletion()) ? ExitStatus::Done : ExitStatus::Unwritable);
     } else if (arg == "--version") {
       return Code(Write("drav-report 2.1\n") ? ExitStatus::Done : ExitStatus::Unwritable);
     } else {
@@ -119,40 +161,7 @@ int main(int argc, char** argv) {
   }
   if (operands.size() != 2) return Usage(operands.size() < 2 ? "COUNT and FILE are needed" : "too many operands");
 
-  // "-" is standard input, which /dev/stdin names on every system this runs on.
-  const std::string file = operands[1] == "-" ? "/dev/stdin" : std::string(operands[1]);
-  drav::cli::ConsoleWindow window{std::string(operands[0])};
-  drav::cli::StreamAlert alert(std::cerr);
-  drav::cli::NamedFileDialog dialog(file);
-  const drav::LocaleDateText dates;
-  try {
-    switch (drav::RunAnalysis({window, alert, dialog, dates})) {
-      case drav::RunOutcome::CountMissing:
-      case drav::RunOutcome::CountInvalid:
-        return Code(ExitStatus::BadUsage);
-      case drav::RunOutcome::NoFile:
-        std::cerr << "drav-report: " << operands[1] << ": " << WhyMissing(file.c_str()) << '\n';
-        return Code(ExitStatus::Unreadable);
-      case drav::RunOutcome::NoLowestAIC:
-        return Code(ExitStatus::NoLowestAic);
-      case drav::RunOutcome::Reported:
-        break;
-    }
-  } catch (const drav::IOException& error) {
-    std::cerr << "drav-report: " << (operands[1] == "-" ? "standard input" : error.Path()) << ": " << error.Reason()
-              << '\n';
-    // The stream stops an input past 1 GiB with EFBIG: it was read, and is
-    // no file of models, as a table or a program's output that long is not.
-    return Code(error.ErrorNumber() == EFBIG ? ExitStatus::BadData : ExitStatus::Unreadable);
-  }
-  // The report area ends its lines with the platform's report line end; a
-  // terminal wants "\n".
-  if (!Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"))) {
-    return Code(ExitStatus::Unwritable);
-  }
-  if (const auto line = drav::cli::FirstLineWithoutNumber(file, static_cast<std::int64_t>(drav::Val(operands[0])))) {
-    std::cerr << "drav-report: hint: line " << *line << " holds no AIC value, so it stands as a model with AIC 0.0;"
-              << " drav-report table FILE reads a table with a header line\n";
-  }
-  return Code(ExitStatus::Done);
+  return drav::cli::RunReporting("", [&operands](std::optional<drav::selection::Diagnostics>&) {
+    return RunClassic(operands[0], operands[1]);
+  });
 }

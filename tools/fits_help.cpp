@@ -1,6 +1,7 @@
 #include "selection/fits/output_readers.hpp"
 #include "tools/exit_status.hpp"
 #include "tools/fits_command.hpp"
+#include "tools/option_table.hpp"
 
 namespace drav::cli {
 
@@ -91,14 +92,7 @@ that disagrees with logLik and K is warned of, and two models whose
 criteria differ by less than the printed digits can tell are noted.
 
 Options:
-  --model-names NFILE  name the models from NFILE, one name a line, in the
-                 order fits lists them
-  --n N          the n of models whose output prints none (logLik(), anova())
-  --verbose      how K, n and logLik were found
-  --strict       warnings are errors
-  --format F     text (default), csv, tsv, markdown, latex or json
-  --digits N     decimals in text, markdown and latex
-
+)" + OptionsHelp(kFits) + R"(
 Example: drav-report table --fits --criterion aic runs/*.out
 
 )" + ExitStatusHelp();

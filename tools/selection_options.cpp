@@ -8,152 +8,15 @@
 #include "selection/errors.hpp"
 #include "selection/number_text.hpp"
 #include "tools/exit_status.hpp"
+#include "tools/option_table.hpp"
 
 namespace drav::cli {
-namespace {
 
 using selection::UsageError;
 
-constexpr std::pair<std::string_view, OutputFormat> kFormats[] = {
-    {"text", OutputFormat::Text},         {"csv", OutputFormat::Csv},     {"tsv", OutputFormat::Tsv},
-    {"markdown", OutputFormat::Markdown}, {"latex", OutputFormat::Latex}, {"json", OutputFormat::Json},
-    {"svg", OutputFormat::Svg},
-};
-static_assert(kFormats[std::size(kFormats) - 1].second == OutputFormat::Svg, "FormatNamed leaves the chart out last");
-
-double PositiveNumber(std::string_view option, std::string_view text) {
-  const auto value = selection::ParseNumber(text, false);
-  if (!value || *value <= 0) throw UsageError(std::string(option) + " wants a positive number, not '" + std::string(text) + "'");
-  return *value;
-}
-
-}  // namespace
-
-std::pair<std::string_view, std::string_view> OptionWithValue(int argc, char** argv, int& i) {
-  const std::string_view arg = argv[i];
-  if (const auto equals = arg.find('='); equals != std::string_view::npos) {
-    return {arg.substr(0, equals), arg.substr(equals + 1)};
-  }
-  if (i + 1 < argc) return {arg, argv[++i]};
-  throw UsageError(std::string(arg) + " needs a value");
-}
-
-OutputFormat FormatNamed(std::string_view value, bool chart) {
-  std::string names;
-  const std::size_t count = std::size(kFormats) - (chart ? 0 : 1);  // svg, the chart, is last
-  for (std::size_t i = 0; i < count; ++i) {
-    if (kFormats[i].first == value) return kFormats[i].second;
-    names.append(i == 0 ? "" : i + 1 == count ? " or " : ", ").append(kFormats[i].first);
-  }
-  throw UsageError("--format is " + names + ", not '" + std::string(value) + "'");
-}
-
 SelectionOptions ParseSelectionOptions(int argc, char** argv) {
-  SelectionOptions options;
-  options.average = std::string_view(argv[0]) == "average";
-  options.importance = std::string_view(argv[0]) == "importance";
-  bool optionsEnded = false;
-  bool haveFile = false;
-  for (int i = 1; i < argc; ++i) {
-    std::string_view arg = argv[i];
-    if (optionsEnded || arg == "-" || !arg.starts_with("--")) {
-      options.fitFiles.emplace_back(arg);
-      haveFile = true;
-      continue;
-    }
-    if (arg == "--fits" && !options.average && !options.importance) {
-      options.fits = true;
-      continue;
-    }
-    if (arg == "--verbose") {
-      options.verbose = true;
-      continue;
-    }
-    if (arg == "--") {
-      optionsEnded = true;
-      continue;
-    }
-    if (arg == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (arg == "--no-sort") {
-      options.fileOrder = true;
-      continue;
-    }
-    if (arg == "--strict") {
-      options.strict = true;
-      continue;
-    }
-    if (arg == "--all" && options.average) {
-      options.allTerms = true;
-      continue;
-    }
-    // Every other option takes a value.
-    const auto option = OptionWithValue(argc, argv, i);
-    const std::string_view name = option.first;
-    const std::string_view value = option.second;
-    if (value.empty()) throw UsageError(std::string(name) + " needs a value");
-    if (name == "--criterion") {
-      options.load.criterion = selection::CriterionNamed(value);
-      if (!options.load.criterion) {
-        throw UsageError("--criterion is aic, aicc, bic, qaic or qaicc, not '" + std::string(value) + "'");
-      }
-    } else if (name == "--chat") {
-      options.load.chat = PositiveNumber(name, value);
-    } else if (name == "--level") {
-      options.level = PositiveNumber(name, value);
-      if (options.level >= 1) throw UsageError("--level is a fraction between 0 and 1, such as 0.95");
-    } else if (name == "--by") {
-      options.load.byColumn = value;
-    } else if (name == "--model") {
-      options.load.modelColumn = value;
-    } else if (name == "--k") {
-      options.load.roles.k = value;
-    } else if (name == "--n") {
-      options.load.roles.n = value;
-    } else if (name == "--term") {
-      options.load.roles.terms.emplace_back(value);
-    } else if (name == "--decimal") {
-      if (value != "." && value != ",") throw UsageError("--decimal is . or , not '" + std::string(value) + "'");
-      options.load.decimal = value[0];
-    } else if (name == "--encoding") {
-      const auto encoding = selection::InputEncodingNamed(value);
-      if (!encoding) throw UsageError("--encoding is utf-8 or windows-1252, not '" + std::string(value) + "'");
-      options.encoding = *encoding;
-    } else if (name == "--estimate" && options.average) {
-      options.load.estimateColumn = value;
-    } else if (name == "--se" && options.average) {
-      options.load.seColumn = value;
-    } else if (name == "--coefficients" && (options.average || options.importance)) {
-      options.coefficients = value;
-    } else if (name == "--delta-max") {
-      const auto number = selection::ParseNumber(value, false);
-      if (!number || *number < 0) throw UsageError("--delta-max wants a number of 0 or more, not '" + std::string(value) + "'");
-      options.subset.deltaMax = *number;
-    } else if (name == "--top") {
-      std::size_t top = 0;
-      const auto result = std::from_chars(value.data(), value.data() + value.size(), top);
-      if (result.ec != std::errc() || result.ptr != value.data() + value.size() || top == 0) {
-        throw UsageError("--top wants a whole number of models, 1 or more, not '" + std::string(value) + "'");
-      }
-      options.subset.top = top;
-    } else if (name == "--format") {
-      options.format = FormatNamed(value, true);
-    } else if (name == "--model-names") {
-      options.modelNames = value;
-    } else if (name == "--digits") {
-      int digits = -1;
-      const auto result = std::from_chars(value.data(), value.data() + value.size(), digits);
-      if (result.ec != std::errc() || result.ptr != value.data() + value.size() || digits < 0 || digits > 15) {
-        throw UsageError("--digits wants a whole number from 0 to 15, not '" + std::string(value) + "'");
-      }
-      options.digits = digits;
-    } else {
-      throw UsageError("unknown option " + std::string(name) + " for " + std::string(argv[0]));
-    }
-  }
-  if (!haveFile) throw UsageError("no FILE given (- reads standard input)");
+  SelectionOptions options = ParseCommandLine(FormNamed(argv[0]), argc, argv);
+  if (options.help) return options;
   if (!options.fits) {
     if (options.fitFiles.size() > 1) throw UsageError("one FILE only; '" + options.fitFiles[1] + "' is a second");
     if (!options.modelNames.empty() || options.verbose) throw UsageError("--model-names and --verbose go with --fits");
@@ -256,48 +119,7 @@ model of FILE without any row in CFILE is warned of. Any quantity averages
 this way, predictions too: one term per predicted point.
 
 Options:
-  --criterion aic|aicc|bic|qaic|qaicc  rank by this criterion; taken from its
-                   column when there is one, else computed from loglik, k
-                   and n. Default: the first criterion column, else AICc
-                   when n is given, else AIC.
-  --chat C         the overdispersion factor of a QAIC or QAICc computed from
-                   loglik: -2 loglik / C + 2K (+ 2K(K+1)/(n-K-1) for QAICc),
-                   K as FILE gives it; with --criterion qaic or qaicc only,
-                   and below 1 it is taken as 1. average multiplies every
-                   SE by sqrt(C) first: give the SEs of the ordinary fit,
-                   not of a quasi-likelihood fit, which are scaled already
-  --level L        the confidence set's cumulative weight, and the interval's
-                   level for average (default 0.95); models tied with the
-                   set's last member are in it too
-  --by COLUMN      rank and weigh each value of COLUMN as a set of its own
-  --model COLUMN   the column that names the models
-  --k COLUMN, --n COLUMN   the column that holds K or n, whatever it holds
-  --term COLUMN    read COLUMN as a term whatever its name (repeatable)
-  --decimal .|,    the decimal mark, instead of the file's cells deciding
-  --encoding utf-8|windows-1252   the text's encoding, instead of detecting
-  --delta-max D    keep the models within D of the best of their set
-  --top N          keep the N best models of each set, and those tied with
-                   the Nth (a note says so); weights, importance and
-                   averages are computed again over what is kept
-  --format F       text (default), csv, tsv, markdown, latex, json, or svg
-                   (a bar chart; table and importance)
-  --digits N       decimals in text, markdown and latex
-  --no-sort        list the models (or terms) in file order (ranks stay by
-                   criterion)
-  --fits FILE...   (table) rank the models in programs' printed outputs
-                   instead of a table; with --model-names NFILE, --n N and
-                   --verbose as drav-report fits --help tells
-  --strict         treat warnings (models fitted to different n, a name
-                   given twice, a criterion that disagrees with logLik and
-                   K, a row without its --by value, a set without the
-                   estimate, terms in unequal numbers of models, a model
-                   without rows in CFILE, average --all without SEs) as
-                   errors
-  --estimate COLUMN, --se COLUMN   (average) the parameter and its SE;
-                   models whose estimate is empty or NA are left out
-  --all            (average) every term, from the wide columns or CFILE
-  --coefficients CFILE   (importance, average --all) the terms in long form
-
+)" + OptionsHelp(kTermForms) + R"(
 Messages go to standard error: warnings, and notes of what was decided
 where the file left it open; a refusal names file:line and the column.
 

@@ -37,15 +37,6 @@ struct SelectionOptions {
   bool verbose = false;    // --verbose: how K, n and logLik were found
 };
 
-// An option that takes a value, as --name VALUE or --name=VALUE: its name
-// and value, `i` moved past a value given apart. Throws UsageError where
-// none follows.
-std::pair<std::string_view, std::string_view> OptionWithValue(int argc, char** argv, int& i);
-
-// The output format `value` names, of every one, or without svg where the
-// command draws no `chart`. Throws UsageError naming those it takes.
-OutputFormat FormatNamed(std::string_view value, bool chart);
-
 // argv[0] is the subcommand. Throws selection::UsageError, its message
 // saying what is wrong with the command line.
 SelectionOptions ParseSelectionOptions(int argc, char** argv);

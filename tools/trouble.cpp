@@ -1,5 +1,6 @@
 #include "tools/trouble.hpp"
 
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -39,7 +40,10 @@ int RunReporting(std::string_view command,
   } catch (const WriteFailure& failure) {
     return fail(ExitStatus::Unwritable, "cannot write the output: " + failure.Reason());
   } catch (const IOException& error) {
-    return fail(ExitStatus::Unreadable, error.Path() + ": " + error.Reason());
+    // A stream stops an input past its limit with EFBIG: it was read, and
+    // is too long to be what it should be, which is the data's fault.
+    return fail(error.ErrorNumber() == EFBIG ? ExitStatus::BadData : ExitStatus::Unreadable,
+                error.Path() + ": " + error.Reason());
   } catch (const sel::DataError& error) {
     return fail(ExitStatus::BadData, error.what());
   } catch (const std::bad_alloc&) {
