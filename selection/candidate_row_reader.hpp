@@ -93,9 +93,9 @@ class RowReader {
     fields_ = fields;
     line_ = line;
     if (fields.size() > header_.size() || (rowNames_ && fields.size() != header_.size())) {
-      throw DataError(Where() + std::to_string(fields.size()) + " fields where the header has " +
-                      std::to_string(header_.size() - rowNames_) +
-                      (rowNames_ ? " and the rows before it, as R writes row names, one more" : ""));
+      RefuseRecord({}, std::to_string(fields.size()) + " fields where the header has " +
+                           std::to_string(header_.size() - rowNames_) +
+                           (rowNames_ ? " and the rows before it, as R writes row names, one more" : ""));
     }
     Candidate c;
     c.line = line;
@@ -111,7 +111,7 @@ class RowReader {
       const auto column = InK(fault) ? roles_.k : InN(fault) ? roles_.n : std::nullopt;
       const std::string held =
           column ? "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " : "";
-      throw DataError(Where() + held + Why(fault, c, criterion_));
+      RefuseRecord(column ? header_[*column] : std::string(), held + Why(fault, c, criterion_));
     }
     CompareCriteria(c);
     return c;
@@ -186,19 +186,24 @@ class RowReader {
 
   std::size_t Required(const std::string& name) const {
     const auto column = FindColumn(header_, name);
-    if (!column) throw DataError(name_ + ": no column named " + Quoted(name));
+    if (!column) Refuse({.file = name_, .column = std::string(name), .text = "no column named " + Quoted(name)});
     return *column;
   }
 
-  std::string Where() const { return name_ + ":" + std::to_string(line_) + ": "; }
+  // Refuses the current record, which `column` (where one is to blame) holds wrong.
+  [[noreturn]] void RefuseRecord(std::string column, std::string text) const {
+    std::string record;
+    for (const std::string_view field : fields_) record.append(record.empty() ? "" : ",").append(field);
+    Refuse({.file = name_, .line = line_, .column = std::move(column), .text = std::move(text), .record = record});
+  }
 
   double Number(std::size_t column) {
     const std::string_view cell = Cell(column);
     if (const auto value = decimal_.Read(cell, line_)) return *value;
     const std::string shown = cell.empty() ? "an empty cell" : Quoted(cell.substr(0, 40));
     const std::string why = decimal_.WhyRefused(cell);
-    throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " + shown + ", not a number" +
-                    (why.empty() ? "" : "; " + why));
+    RefuseRecord(header_[column],
+                 "column " + Quoted(header_[column]) + " holds " + shown + ", not a number" + (why.empty() ? "" : "; " + why));
   }
 
   double Optional(std::size_t column) { return decimal_.Read(Cell(column), line_).value_or(kNotGiven); }
@@ -210,15 +215,16 @@ class RowReader {
     const std::string_view cell = Cell(column);
     const bool termCell = IsMissing(cell) || cell.find_first_not_of(" \t+") == std::string_view::npos;
     if (!mayBeTerm || !termCell) return needed || !IsMissing(cell) ? Number(column) : kNotGiven;
-    throw DataError(Where() + "column " + Quoted(header_[column]) + " holds " +
-                    (Trimmed(cell).empty() ? std::string("an empty cell") : Quoted(cell)) + ", as a term's column does, but is read as " +
-                    std::string(role) + " from the first line; --term " + header_[column] + " reads it as a term, " +
-                    std::string(option) + " " + header_[column] + " as " + std::string(role));
+    RefuseRecord(header_[column], "column " + Quoted(header_[column]) + " holds " +
+                                      (Trimmed(cell).empty() ? std::string("an empty cell") : Quoted(cell)) +
+                                      ", as a term's column does, but is read as " + std::string(role) +
+                                      " from the first line; --term " + header_[column] + " reads it as a term, " +
+                                      std::string(option) + " " + header_[column] + " as " + std::string(role));
   }
 
   void RefuseImpossible(std::optional<std::size_t> column, bool impossible, const std::string& why) const {
     if (!impossible) return;
-    throw DataError(Where() + "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " + why);
+    RefuseRecord(header_[*column], "column " + Quoted(header_[*column]) + " holds " + Quoted(Cell(*column)) + "; " + why);
   }
 
   // A criterion column and logLik with K must agree: a K that is not the

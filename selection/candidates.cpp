@@ -25,7 +25,7 @@ std::size_t ExpectedRecords(const LoadOptions& options, std::span<const std::str
 CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& options, Diagnostics& diagnostics) {
   CandidateTable table;
   table.source = reader.Name();
-  if (!reader.Next()) throw DataError(reader.Name() + ": a header line but no models");
+  if (!reader.Next()) Refuse({.file = reader.Name(), .text = "a header line but no models"});
   std::vector<std::string> header = reader.Header();
   const bool rowNames = AlignHeader(header, reader.Fields());
   RowReader rows(reader, header, rowNames, options, diagnostics);

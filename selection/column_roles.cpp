@@ -89,7 +89,7 @@ ColumnRoles SettleRoles(const std::vector<std::string>& header, std::span<const 
   ColumnRoles roles = FindRoles(header);
   const auto required = [&](const std::string& name, std::string_view option) {
     const auto column = FindColumn(header, name);
-    if (!column) throw DataError(fileName + ": no column named " + Quoted(name) + " (" + std::string(option) + ")");
+    if (!column) Refuse({.file = fileName, .column = name, .text = "no column named " + Quoted(name) + " (" + std::string(option) + ")"});
     return *column;
   };
   for (const std::string& name : choices.terms) roles.terms.push_back(required(name, "--term"));

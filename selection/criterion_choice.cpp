@@ -29,8 +29,9 @@ CriterionChoice ChooseCriterion(const ColumnRoles& roles, const std::vector<std:
   if (!choice.computed) return choice;
   const std::string needs = NeedsN(choice.criterion) ? "loglik, k and n" : "loglik and k";
   if (!roles.logLik || !roles.k || (NeedsN(choice.criterion) && !roles.n)) {
-    throw DataError(fileName + ": no column " + std::string(Name(choice.criterion)) + ", nor " + needs +
-                    " to compute " + title + " from");
+    Refuse({.file = fileName,
+            .text = "no column " + std::string(Name(choice.criterion)) + ", nor " + needs + " to compute " + title +
+                    " from"});
   }
   if (NeedsChat(choice.criterion)) {
     if (!options.chat) throw UsageError(title + " computed from the log-likelihood needs --chat");

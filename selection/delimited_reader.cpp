@@ -97,7 +97,7 @@ DelimitedReader::DelimitedReader(std::FILE* file, std::string name, Diagnostics&
     position_ = next;
     found = FindRecord(end, next);
   }
-  if (!found) throw DataError(name_ + ": no header line; the input is empty");
+  if (!found) Refuse({.file = name_, .text = "no header line; the input is empty"});
 
   // The separator the header uses most; on a tie tab wins over semicolon and
   // semicolon over comma, because names hold commas more often than tabs.
@@ -302,15 +302,14 @@ bool DelimitedReader::FindRecord(std::size_t& end, std::size_t& next) {
         RefuseInvalidBefore(next);
         return true;
       } else if (c == '\0') {
-        throw DataError(name_ + ":" + std::to_string(nextLine_) + ": holds a NUL byte; this is not a text file");
+        Refuse({.file = name_, .line = nextLine_, .text = "holds a NUL byte; this is not a text file"});
       }
     }
     if (i - position_ > limits_.maxRecordBytes) {
       const std::size_t limit = limits_.maxRecordBytes;
       const std::string size = limit >= (1u << 20) ? std::to_string(limit >> 20) + " MiB" : std::to_string(limit) + " bytes";
       if (quoted) RefuseOpenQuote(quoteLine, " within " + size);
-      throw DataError(name_ + ":" + std::to_string(recordLine_) + ": a line longer than " + size +
-                      "; this is not a table");
+      Refuse({.file = name_, .line = recordLine_, .text = "a line longer than " + size + "; this is not a table"});
     }
     if (atEnd_) {
       if (i == position_) return false;
@@ -417,16 +416,20 @@ void DelimitedReader::Check() {
 }
 
 void DelimitedReader::RefuseOpenQuote(std::int64_t line, const std::string& within) const {
-  throw DataError(name_ + ":" + std::to_string(recordLine_) + ": the quote opened on line " + std::to_string(line) +
-                  " is never closed" + within + "; a quoted field ends with a quote of its own");
+  Refuse({.file = name_,
+          .line = recordLine_,
+          .text = "the quote opened on line " + std::to_string(line) + " is never closed" + within +
+                  "; a quoted field ends with a quote of its own"});
 }
 
 void DelimitedReader::RefuseInvalidBefore(std::size_t next) const {
   if (invalidAt_ >= next) return;
   const auto byte = static_cast<unsigned char>(buffer_[invalidAt_]);
-  throw DataError(name_ + ":" + std::to_string(recordLine_) + ": byte " + Hex(byte) +
+  Refuse({.file = name_,
+          .line = recordLine_,
+          .text = "byte " + Hex(byte) +
                   " is not UTF-8, though the text before it is; --encoding windows-1252 reads the file as "
-                  "Windows-1252");
+                  "Windows-1252"});
 }
 
 }  // namespace drav::selection

@@ -13,7 +13,6 @@ std::string Describe(const Diagnostic& diagnostic) {
     if (diagnostic.line > 0) text += ':' + std::to_string(diagnostic.line);
     text += ": ";
   }
-  if (!diagnostic.column.empty()) text += "column '" + diagnostic.column + "': ";
   return text + diagnostic.text;
 }
 
@@ -32,9 +31,8 @@ void Diagnostics::Add(Diagnostic diagnostic) {
   }
   Diagnostic& warning = diagnostic;
   if (strict_) {
-    warning.severity = Severity::Error;
     warning.text += " (--strict)";
-    throw DataError(Describe(warning));
+    Refuse(std::move(warning));
   }
   items_.push_back(std::move(warning));
 }

@@ -20,13 +20,17 @@ enum class Severity {
 
 struct Diagnostic {
   Severity severity = Severity::Note;
-  std::string file;       // as the user named it; empty where no one file is to blame
+  // Each part given a default of its own, so that a diagnostic names only
+  // the parts it knows: {.file = f, .line = l, .text = t}.
+  std::string file{};     // as the user named it; empty where no one file is to blame
   std::int64_t line = 0;  // from 1; 0 where no one line is
-  std::string column;     // the column's name as its header writes it; empty where none
-  std::string text;       // what is the matter, and what the user can do
+  std::string column{};   // the column's name as its header writes it; empty where none
+  std::string text{};     // what is the matter, and what the user can do; it names the column in its own words
+  std::string record{};   // the record at fault, as the file has it; empty where none is
 };
 
-// "FILE:LINE: column 'X': text", each part only where it is known.
+// "FILE:LINE: text", each part only where it is known: the one shape of
+// every message.
 std::string Describe(const Diagnostic& diagnostic);
 
 // The list a run fills. With `strict`, a warning is a refusal at once: the

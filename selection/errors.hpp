@@ -1,11 +1,14 @@
 #pragma once
 // The refusals of a selection run. They stand in the one tree of run-time
 // failures that the analysis core roots in RuntimeException; a file that
-// cannot be read is the core's IOException. Each message is complete and
-// names where the fault lies, in the shape Describe() gives a diagnostic.
+// cannot be read is the core's IOException. A refusal of the data carries
+// its diagnostic (where the fault lies, the column and the record), and its
+// message is that diagnostic described as every message is.
 #include <string>
+#include <utility>
 
 #include "analysis/runtime_exception.hpp"
+#include "selection/diagnostics.hpp"
 
 namespace drav::selection {
 
@@ -15,8 +18,20 @@ namespace drav::selection {
 // "file:line:" where a line is to blame.
 class DataError : public RuntimeException {
  public:
-  explicit DataError(const std::string& message) : RuntimeException(message) {}
+  explicit DataError(Diagnostic diagnostic)
+      : RuntimeException(Describe(diagnostic)), diagnostic_(std::move(diagnostic)) {}
+  const Diagnostic& Said() const { return diagnostic_; }
+
+ private:
+  Diagnostic diagnostic_;
 };
+
+// The one way the data is refused: throws DataError with `diagnostic` as
+// an error.
+[[noreturn]] inline void Refuse(Diagnostic diagnostic) {
+  diagnostic.severity = Severity::Error;
+  throw DataError(std::move(diagnostic));
+}
 
 // The options ask for something the data cannot answer in any case, such as
 // QAIC computed without an overdispersion factor.

@@ -45,7 +45,7 @@ class LongReader {
  private:
   void FindColumns() {
     const auto required = [this](std::optional<std::size_t> column, std::string_view name) {
-      if (!column) throw DataError(reader_.Name() + ": no column named '" + std::string(name) + "'");
+      if (!column) Refuse({.file = reader_.Name(), .column = std::string(name), .text = "no column named '" + std::string(name) + "'"});
       return *column;
     };
     model_ = required(FindRoles(header_).model, "model");
@@ -82,8 +82,10 @@ class LongReader {
   }
 
   [[noreturn]] void Fail(std::size_t column, const std::string& what) const {
-    throw DataError(reader_.Name() + ":" + std::to_string(reader_.Line()) + ": column '" + header_[column] + "' " +
-                    what);
+    Refuse({.file = reader_.Name(),
+            .line = reader_.Line(),
+            .column = header_[column],
+            .text = "column '" + header_[column] + "' " + what});
   }
 
   std::size_t ModelOf(std::span<const std::string_view> fields) {

@@ -67,10 +67,10 @@ void Selection::Summarise(DelimitedReader* coefficients, const SelectionRequest&
   // A run without terms is a file of another kind, or the terms in a form
   // Drav did not see; an empty table would hide that.
   if (coefficients_.terms.empty()) {
-    throw DataError(coefficients ? coefficients->Name() + ": no coefficient rows"
-                                 : table_.source +
-                                       ": no term columns beside the models (numbers, NA, empty or +); give the "
-                                       "terms in long form with --coefficients FILE");
+    Refuse(coefficients ? Diagnostic{.file = coefficients->Name(), .text = "no coefficient rows"}
+                        : Diagnostic{.file = table_.source,
+                                     .text = "no term columns beside the models (numbers, NA, empty or +); give the "
+                                             "terms in long form with --coefficients FILE"});
   }
   const bool averages = request.command == Command::AverageAll;
   if (averages && !coefficients_.standardErrors) {
@@ -109,7 +109,7 @@ void Selection::AverageOne(const SelectionRequest& request, Diagnostics& diagnos
     without += averages_.back().models == 0;
   }
   if (without == averages_.size()) {
-    throw DataError(table_.source + ": no model has an estimate in column '" + column + "'");
+    Refuse({.file = table_.source, .column = column, .text = "no model has an estimate in column '" + column + "'"});
   }
   for (const AveragedEstimate& average : averages_) {
     if (average.models > 0) continue;

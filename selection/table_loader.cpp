@@ -211,8 +211,9 @@ void TableLoader::Read(RowReader& rows, RowObserver* observer, std::span<const s
                        std::int64_t line, std::size_t before, RowsRead& read) const {
   try {
     if (before == options_.maxModels) {
-      throw DataError(name_ + ":" + std::to_string(line) + ": more than " + std::to_string(options_.maxModels) +
-                      " models; a table holds no more");
+      Refuse({.file = name_,
+              .line = line,
+              .text = "more than " + std::to_string(options_.maxModels) + " models; a table holds no more"});
     }
     Candidate c = rows.Read(fields, line, before + 1);
     if (rows.By()) read.setValues.emplace_back(rows.Cell(*rows.By()));

@@ -68,8 +68,10 @@ void WideCoefficients::Start(const std::vector<std::string>& header, const Colum
     std::size_t j = 0;
     while (j < header.size() && (claimed[j] || seOf[j] || seFor[j] || terms[j] != *seOf[i])) ++j;
     if (j == header.size()) {
-      throw DataError(name_ + ": column '" + header[i] + "' is named as the standard errors of a term '" + *seOf[i] +
-                      "', but no column holds that term; --term '" + header[i] + "' reads it as a term of its own");
+      Refuse({.file = name_,
+              .column = header[i],
+              .text = "column '" + header[i] + "' is named as the standard errors of a term '" + *seOf[i] +
+                      "', but no column holds that term; --term '" + header[i] + "' reads it as a term of its own"});
     }
     seFor[j] = i;
   }
@@ -115,8 +117,11 @@ void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_
     if (held && c.seColumn && !IsMissing(cell(*c.seColumn))) {
       const auto number = decimal.Read(cell(*c.seColumn), line);
       if (!number || *number < 0) {
-        throw DataError(name_ + ":" + std::to_string(line) + ": column '" + header_[*c.seColumn] + "' holds '" +
-                        std::string(cell(*c.seColumn).substr(0, 40)) + "', not a standard error");
+        Refuse({.file = name_,
+                .line = line,
+                .column = header_[*c.seColumn],
+                .text = "column '" + header_[*c.seColumn] + "' holds '" + std::string(cell(*c.seColumn).substr(0, 40)) +
+                        "', not a standard error"});
       }
       se = *number;
     }

@@ -49,12 +49,11 @@ void ReadWhole(const std::string& path, std::string& text) {
       if (fits::IsSpssViewerFile(text)) break;
       const std::size_t at = text.size() - got + static_cast<std::size_t>(static_cast<const char*>(nul) - chunk);
       if (!standardInput) std::fclose(file);
-      throw selection::DataError(name + ":" + std::to_string(LineAt(text, at)) +
-                                 ": holds a NUL byte; this is not a text file");
+      selection::Refuse({.file = name, .line = LineAt(text, at), .text = "holds a NUL byte; this is not a text file"});
     }
     if (text.size() > kMaxBytes) {
       if (!standardInput) std::fclose(file);
-      throw selection::DataError(name + ": more than 1 GiB; no program's printed output is that long");
+      selection::Refuse({.file = name, .text = "more than 1 GiB; no program's printed output is that long"});
     }
   }
   const bool failed = std::ferror(file) != 0;
@@ -103,9 +102,10 @@ std::vector<fits::FitRecord> ReadFitFiles(const std::vector<std::string>& files,
     if (!Trimmed(line.text).empty()) names.emplace_back(Trimmed(line.text));
   }
   if (names.size() != records.size()) {
-    throw selection::DataError(modelNames + ": " + std::to_string(names.size()) + " names for " +
-                               std::to_string(records.size()) + " models; --model-names wants one a line, in the "
-                               "order drav-report fits lists the models");
+    selection::Refuse({.file = modelNames,
+                       .text = std::to_string(names.size()) + " names for " + std::to_string(records.size()) +
+                               " models; --model-names wants one a line, in the order drav-report fits lists the "
+                               "models"});
   }
   for (std::size_t i = 0; i < names.size(); ++i) records[i].model = std::move(names[i]);
   return records;

@@ -6,6 +6,7 @@
 
 #include "selection/candidate_faults.hpp"
 #include "selection/errors.hpp"
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
 
 namespace drav::selection::fits {
@@ -28,7 +29,7 @@ void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics)
       std::string why = !r.warnings.empty()                 ? r.warnings.front()
                         : r.kind == LikelihoodKind::Pseudo ? "a pseudolikelihood ranks nothing by AIC"
                                                             : "its estimator gives no likelihood";
-      throw DataError(Where(r) + ": model '" + r.model + "' cannot be ranked: " + why);
+      Refuse(r.source, r.line, "model '" + r.model + "' cannot be ranked: " + why);
     }
   }
   const FitRecord& first = records.front();
@@ -40,9 +41,10 @@ void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics)
                            " likelihood and " + Named(*other) + " " + article(other->kind) +
                            std::string(Name(other->kind)) + " one";
   if (reml) {
-    throw DataError(Where(first.kind == LikelihoodKind::REML ? first : *other) + ": " + both +
-                    "; a REML likelihood leaves out the fixed effects and is no AIC's: refit with REML = FALSE (lme4) "
-                    "or method = \"ML\" to rank them together");
+    const FitRecord& reml = first.kind == LikelihoodKind::REML ? first : *other;
+    Refuse(reml.source, reml.line,
+           both + "; a REML likelihood leaves out the fixed effects and is no AIC's: refit with REML = FALSE (lme4) "
+                  "or method = \"ML\" to rank them together");
   }
   diagnostics.Warn(both + "; their criteria are not on one scale");
 }
@@ -148,7 +150,7 @@ void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagno
 
 CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const LoadOptions& options,
                                   Diagnostics& diagnostics) {
-  if (records.empty()) throw DataError("no models in the outputs read");
+  if (records.empty()) Refuse({}, 0, "no models in the outputs read");
   if (!options.byColumn.empty() || !options.roles.k.empty() || !options.modelColumn.empty() || !options.roles.terms.empty()) {
     throw UsageError("--by, --k, --model and --term name columns of a table; the outputs read with --fits have none");
   }
@@ -171,10 +173,11 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const L
   CheckPrintedAics(records, diagnostics);
   CheckNames(records, diagnostics);
   for (const FitRecord& r : records) {
-    if (std::isnan(r.k)) throw DataError(Where(r) + ": model '" + r.model + "': K is not printed nor derivable");
+    if (std::isnan(r.k)) Refuse(r.source, r.line, "model '" + r.model + "': K is not printed nor derivable");
     if (NeedsN(table.criterion) && std::isnan(r.n)) {
-      throw DataError(Where(r) + ": model '" + r.model + "': " + std::string(Title(table.criterion)) +
-                      " needs n, which this output does not print; --n N gives it");
+      Refuse(r.source, r.line,
+             "model '" + r.model + "': " + std::string(Title(table.criterion)) +
+                 " needs n, which this output does not print; --n N gives it");
     }
     Candidate c;
     c.model = r.model;
@@ -189,7 +192,7 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const L
       const std::string held = InK(fault)   ? " has K = " + Shown(r.k) + "; "
                                : InN(fault) ? " has n = " + Shown(r.n) + "; "
                                             : ": ";
-      throw DataError(Where(r) + ": model '" + r.model + "'" + held + Why(fault, c, table.criterion));
+      Refuse(r.source, r.line, "model '" + r.model + "'" + held + Why(fault, c, table.criterion));
     }
     table.models.push_back(std::move(c));
   }

@@ -10,7 +10,7 @@
 namespace drav::selection::fits {
 
 [[noreturn]] inline void Refuse(const std::string& source, std::int64_t line, std::string text) {
-  throw DataError(Describe(Diagnostic{Severity::Error, source, line, {}, std::move(text)}));
+  selection::Refuse({.file = source, .line = line, .text = std::move(text)});
 }
 
 }  // namespace drav::selection::fits

@@ -9,6 +9,7 @@
 // n is the observations used: the first of "Used  Total", the groups'
 // added up. A robust estimator (MLR) prints a second column, which repeats
 // the same ordinary log-likelihood: the first is read.
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/lavaan_output.hpp"
 
 #include <cctype>
@@ -147,7 +148,7 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, const std::string
     }
   }
   finish();
-  if (records.empty()) throw DataError(source + ": lavaan output, but no summary() in it");
+  if (records.empty()) Refuse(source, 0, "lavaan output, but no summary() in it");
   // Named by the object printed where the transcript shows it; else by the
   // file, numbered where it holds more than one.
   for (std::size_t i = 0; i < records.size(); ++i) {

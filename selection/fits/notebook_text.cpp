@@ -7,6 +7,7 @@
 
 #include "analysis/utf8.hpp"
 #include "selection/errors.hpp"
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
 
 namespace drav::selection::fits {
@@ -69,7 +70,7 @@ class Parser {
 
  private:
   [[noreturn]] void Fail(const std::string& why) const {
-    throw DataError(source_ + ": a notebook whose JSON " + why + " (at byte " + std::to_string(at_) + ")");
+    Refuse(source_, 0, "a notebook whose JSON " + why + " (at byte " + std::to_string(at_) + ")");
   }
   void Skip() {
     while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\n' || text_[at_] == '\r' || text_[at_] == '\t')) ++at_;

@@ -1,6 +1,7 @@
 #include "selection/fits/output_readers.hpp"
 
 #include "selection/errors.hpp"
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/lavaan_output.hpp"
 #include "selection/fits/mark_output.hpp"
 #include "selection/fits/mplus_output.hpp"
@@ -60,8 +61,9 @@ std::vector<FitRecord> ReadProgramOutput(std::string_view text, const std::strin
     }
     return records;
   }
-  throw DataError(source + ": not the printed output of a program Drav reads (" + KnownPrograms() +
-                  "); drav-report fits --help shows what each must print");
+  Refuse(source, 0,
+         "not the printed output of a program Drav reads (" + KnownPrograms() +
+             "); drav-report fits --help shows what each must print");
 }
 
 }  // namespace drav::selection::fits

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "selection/errors.hpp"
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/r_blocks.hpp"
 
 namespace drav::selection::fits {
@@ -147,10 +148,10 @@ std::vector<FitRecord> ReadROutput(std::string_view text, const std::string& sou
   records.reserve(found.size());
   for (Found& f : found) records.push_back(std::move(f.record));
   if (records.empty()) {
-    std::string why = source + ": R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
+    std::string why = "R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
                       "anova() of fits, logLik())";
     for (const auto& [line, s] : skipped) why += "; line " + std::to_string(line) + ": " + s;
-    throw DataError(why);
+    Refuse(source, 0, std::move(why));
   }
   for (const auto& [line, s] : skipped) diagnostics.Note(s, source, line);
   return records;

@@ -11,6 +11,7 @@
 //   differ a little, and are said to when ranked together.
 // Logit, Probit, Poisson and the other GLMs print no AIC; it is computed
 // from the log-likelihood.
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/statsmodels_output.hpp"
 
 #include <cmath>
@@ -103,7 +104,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, const std::s
     }
     records.push_back(std::move(r));
   }
-  if (records.empty()) throw DataError(source + ": statsmodels output, but no summary with a log-likelihood");
+  if (records.empty()) Refuse(source, 0, "statsmodels output, but no summary with a log-likelihood");
   for (std::size_t i = 0; i < records.size(); ++i) {
     records[i].model = records.size() == 1 ? FileStem(source) : FileStem(source) + " (" + std::to_string(i + 1) + ")";
   }

@@ -146,10 +146,24 @@ INSTANTIATE_TEST_SUITE_P(Rules, SelectionRun,
                                                  "so they are numbered 1, 2, ... in file order"}}),
                          [](const auto &info) { return std::string(info.param.name); });
 
-TEST(Diagnostics, DescribeNamesWhatIsKnown) {
-  EXPECT_EQ(Describe({Severity::Warning, "f.csv", 3, "K", "too small"}), "f.csv:3: column 'K': too small");
-  EXPECT_EQ(Describe({Severity::Note, "f.csv", 0, "", "read"}), "f.csv: read");
-  EXPECT_EQ(Describe({Severity::Note, "", 0, "", "alone"}), "alone");
+TEST(Diagnostics, ARefusalCarriesWhereItLies) {
+  auto file = testing_support::MemoryInput("model,loglik,k\nm1,-3,2\nm2,abc,2\n");
+  Diagnostics diagnostics;
+  DelimitedReader reader(file.get(), "m.csv", diagnostics);
+  try {
+    LoadCandidates(reader, {}, diagnostics);
+    ADD_FAILURE() << "a cell that is no number was read";
+  } catch (const DataError& refusal) {
+    const Diagnostic& said = refusal.Said();
+    EXPECT_EQ(said.severity, Severity::Error);
+    EXPECT_EQ(said.file, "m.csv");
+    EXPECT_EQ(said.line, 3);
+    EXPECT_EQ(said.column, "loglik");
+    EXPECT_EQ(said.record, "m2,abc,2");
+    EXPECT_STREQ(refusal.what(), "m.csv:3: column 'loglik' holds 'abc', not a number");
+  }
+  EXPECT_EQ(Describe({.file = "f.csv", .text = "read"}), "f.csv: read");
+  EXPECT_EQ(Describe({.text = "alone"}), "alone");
 }
 
 // Two threads sort the models and their names' hashes in halves and merge

@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
     Trouble, Endings,
     ::testing::Values(
         Ending{"Done", [] {}, ExitStatus::Done, ""},
-        Ending{"Refused", [] { throw sel::DataError("m.csv:3: column 'k' holds '-1'"); }, ExitStatus::BadData,
+        Ending{"Refused", [] { sel::Refuse({.file = "m.csv", .line = 3, .column = "k", .text = "column 'k' holds '-1'"}); }, ExitStatus::BadData,
                "drav-report: m.csv:3: column 'k' holds '-1'\n"},
         Ending{"Unwritable", [] { throw WriteFailure(28); }, ExitStatus::Unwritable,
                "drav-report: cannot write the output: No space left on device\n"},
