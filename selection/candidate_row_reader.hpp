@@ -201,9 +201,9 @@ class RowReader {
     const std::string_view cell = Cell(column);
     if (const auto value = decimal_.Read(cell, line_)) return *value;
     const std::string shown = cell.empty() ? "an empty cell" : Quoted(cell.substr(0, 40));
-    const std::string why = decimal_.WhyRefused(cell);
+    const std::optional<std::string> why = decimal_.WhyRefused(cell);
     RefuseRecord(header_[column],
-                 "column " + Quoted(header_[column]) + " holds " + shown + ", not a number" + (why.empty() ? "" : "; " + why));
+                 "column " + Quoted(header_[column]) + " holds " + shown + ", not a number" + (why ? "; " + *why : ""));
   }
 
   double Optional(std::size_t column) { return decimal_.Read(Cell(column), line_).value_or(kNotGiven); }

@@ -54,7 +54,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
     diagnostics.Note("no column names the models (model, name, modnames, formula, call; or --model COLUMN), "
                      "so they are numbered 1, 2, ... in file order");
   }
-  WarnOfEmptySet(table, loader.EmptyByLine(), diagnostics);
+  WarnOfEmptySet(table, loader.FirstLineWithoutSet(), diagnostics);
   WarnOfDifferentN(table, diagnostics);
   WarnOfRepeatedNames(table, diagnostics, options.threads);
   rows.WarnOfDisagreement(diagnostics);

@@ -20,8 +20,8 @@ std::optional<double> DecimalMark::Read(std::string_view cell, std::int64_t line
   return value;
 }
 
-std::string DecimalMark::WhyRefused(std::string_view cell) const {
-  if (mark_ == 0 || !ParseNumber(cell, mark_ != ',')) return {};
+std::optional<std::string> DecimalMark::WhyRefused(std::string_view cell) const {
+  if (mark_ == 0 || !ParseNumber(cell, mark_ != ',')) return std::nullopt;
   std::string why = "the file's decimal mark is '";
   why += mark_;
   why += forced_ ? "' (--decimal)" : "' (line " + std::to_string(decidedOn_) + "; --decimal chooses)";

@@ -24,8 +24,8 @@ class DecimalMark {
   std::optional<double> Read(std::string_view cell, std::int64_t line);
 
   // For a cell that Read refused: why, when the other mark would have read
-  // it ("the file's decimal mark is ',' (line 2)"); empty otherwise.
-  std::string WhyRefused(std::string_view cell) const;
+  // it ("the file's decimal mark is ',' (line 2)"); none otherwise.
+  std::optional<std::string> WhyRefused(std::string_view cell) const;
 
   // Whether the mark is known, so that Read no longer changes it: the user
   // chose it, the separator implies it, or a cell decided.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 
@@ -15,8 +16,8 @@
 namespace drav::selection {
 namespace {
 
-constexpr std::size_t kNoModel = std::numeric_limits<std::size_t>::max();
-constexpr std::size_t kAmbiguous = kNoModel - 1;
+// In the index of keys, a key that names more than one model.
+constexpr std::size_t kAmbiguous = std::numeric_limits<std::size_t>::max();
 
 // The separator of a set's value and a model's name in a joined key: a
 // control character no name in a table is meant to hold.
@@ -93,12 +94,12 @@ class LongReader {
     // Rows come grouped by model in every export seen, so the last model
     // answers most rows without a lookup.
     const std::string_view set = by_ ? Cell(fields, *by_) : std::string_view();
-    if (lastModel_ != kNoModel && name == lastName_ && set == lastSet_) return lastModel_;
+    if (lastModel_ && name == lastName_ && set == lastSet_) return *lastModel_;
     // They come in the table's order too, as a rule: the model after the
     // last one answers without the index, and a file in that order never
     // builds it. Only where a key names one model at most, or the index
     // would have refused what the guess accepts.
-    const std::size_t next = lastModel_ == kNoModel ? 0 : lastModel_ + 1;
+    const std::size_t next = lastModel_ ? *lastModel_ + 1 : 0;
     if (guessable_ && next < table_.models.size()) {
       const Candidate& c = table_.models[next];
       if (c.model == name && (!by_ || table_.sets[c.set] == set)) return Remember(name, set, next);
@@ -190,7 +191,7 @@ class LongReader {
   std::unordered_map<std::string_view, std::size_t> index_;
   std::unordered_map<std::string, std::size_t> termIndex_;
   std::string joined_, lastName_, lastSet_;
-  std::size_t lastModel_ = kNoModel;
+  std::optional<std::size_t> lastModel_;  // the model of the row before
   bool guessable_ = false;
   std::size_t lastTerm_ = 0;
   std::vector<std::uint8_t> rowsOf_;  // by model of the table: 1 once a row names it

@@ -242,7 +242,7 @@ void TableLoader::Take(RowsRead& read) {
     Candidate& c = read.models[i];
     if (rows_.By()) {
       std::string& value = read.setValues[i];
-      if (Trimmed(value).empty() && emptyByLine_ == 0) emptyByLine_ = c.line;
+      if (Trimmed(value).empty() && !firstLineWithoutSet_) firstLineWithoutSet_ = c.line;
       const auto [where, isNew] = setIndex_.try_emplace(value, static_cast<std::uint32_t>(table_.sets.size()));
       if (isNew) table_.sets.push_back(std::move(value));
       c.set = where->second;

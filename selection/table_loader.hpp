@@ -9,6 +9,7 @@
 // again on this thread in its turn. So the table, its warnings and the
 // first fault told are those of reading on one thread.
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,8 +35,8 @@ class TableLoader {
               Diagnostics& diagnostics)
       : table_(table), rows_(rows), options_(options), name_(std::move(name)), diagnostics_(diagnostics) {}
 
-  // The first line without a value in the --by column; 0 for none.
-  std::int64_t EmptyByLine() const { return emptyByLine_; }
+  // The first line without a value in the --by column, where one is.
+  std::optional<std::int64_t> FirstLineWithoutSet() const { return firstLineWithoutSet_; }
 
   // One record, into the table at once.
   void Add(std::span<const std::string_view> fields, std::int64_t line);
@@ -66,7 +67,7 @@ class TableLoader {
   Diagnostics& diagnostics_;
   RowsRead one_;
   std::unordered_map<std::string, std::uint32_t> setIndex_;
-  std::int64_t emptyByLine_ = 0;
+  std::optional<std::int64_t> firstLineWithoutSet_;
 };
 
 }  // namespace drav::selection

@@ -65,9 +65,9 @@ void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics, unsign
   diagnostics.Warn(warning, table.source);
 }
 
-void WarnOfEmptySet(const CandidateTable& table, std::int64_t emptyByLine, Diagnostics& diagnostics) {
-  if (emptyByLine == 0) return;
-  diagnostics.Warn("line " + std::to_string(emptyByLine) + " has no value in column " + Quoted(table.byName) +
+void WarnOfEmptySet(const CandidateTable& table, std::optional<std::int64_t> firstWithout, Diagnostics& diagnostics) {
+  if (!firstWithout) return;
+  diagnostics.Warn("line " + std::to_string(*firstWithout) + " has no value in column " + Quoted(table.byName) +
                        "; such models are a set of their own",
                    table.source);
 }

@@ -2,6 +2,7 @@
 // What a whole table may hold that makes its numbers doubtful, found once
 // every row is read: each said as a warning, which --strict refuses.
 #include <cstdint>
+#include <optional>
 
 #include "selection/candidates.hpp"
 #include "selection/diagnostics.hpp"
@@ -19,6 +20,6 @@ void WarnOfRepeatedNames(CandidateTable& table, Diagnostics& diagnostics, unsign
 
 // Rows without a value in the --by column, which form a set of their own;
 // `emptyByLine` is the first such row's line, 0 for none.
-void WarnOfEmptySet(const CandidateTable& table, std::int64_t emptyByLine, Diagnostics& diagnostics);
+void WarnOfEmptySet(const CandidateTable& table, std::optional<std::int64_t> firstWithout, Diagnostics& diagnostics);
 
 }  // namespace drav::selection
