@@ -4,7 +4,7 @@
 #include <new>
 #include <string>
 
-#include "selection/candidate_row_reader.hpp"
+#include "selection/candidate_reader.hpp"
 #include "selection/errors.hpp"
 #include "selection/table_loader.hpp"
 #include "selection/table_warnings.hpp"
@@ -28,7 +28,7 @@ CandidateTable LoadCandidates(DelimitedReader& reader, const LoadOptions& option
   if (!reader.Next()) Refuse({.file = reader.Name(), .text = "a header line but no models"});
   std::vector<std::string> header = reader.Header();
   const bool rowNames = AlignHeader(header, reader.Fields());
-  RowReader rows(reader, header, rowNames, options, diagnostics);
+  CandidateReader rows(reader, header, rowNames, options, diagnostics);
   const bool shared = options.readAhead && reader.ReadAhead() && options.threads >= 2;
   if (options.observer) options.observer->Start(header, rows.Roles(), ExpectedRecords(options, reader.Fields()));
   table.criterion = rows.Chosen();

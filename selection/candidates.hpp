@@ -13,7 +13,7 @@
 #include "selection/delimited_reader.hpp"
 #include "selection/diagnostics.hpp"
 #include "selection/large_page_allocator.hpp"
-#include "selection/row_observer.hpp"
+#include "selection/extra_column_reader.hpp"
 
 namespace drav::selection {
 
@@ -38,7 +38,7 @@ struct LoadOptions {
   unsigned threads = 1;  // 2 where a second core may share the work after reading
   // Shown the header and every record as the models are read, for what
   // else the rows hold (the terms of a wide coefficient table); none: nothing.
-  RowObserver* observer = nullptr;
+  ExtraColumnReader* observer = nullptr;
 };
 
 inline constexpr double kNotGiven = std::numeric_limits<double>::quiet_NaN();

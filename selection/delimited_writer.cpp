@@ -28,7 +28,7 @@ void WriteDelimited(const OutputTable& table, char separator, OutputBuffer& out)
     AppendField(text, table.columns[c].key, separator);
   }
   text += '\n';
-  WriteRows(0, table.rows, out, [&table, separator](std::size_t begin, std::size_t end, std::string& rows) {
+  WriteRowBlocks(0, table.rows, out, [&table, separator](std::size_t begin, std::size_t end, std::string& rows) {
     for (std::size_t row = begin; row < end; ++row) {
       for (std::size_t c = 0; c < table.columns.size(); ++c) {
         if (c > 0) rows += separator;

@@ -80,7 +80,7 @@ void WriteSet(const OutputTable& table, const RowGroup& group, OutputBuffer& out
   if (!first) text += ", ";
   AppendString(text, table.rowsKey);
   text += ": [";
-  WriteRows(group.begin, group.end, out, [&table, &group](std::size_t begin, std::size_t end, std::string& rows) {
+  WriteRowBlocks(group.begin, group.end, out, [&table, &group](std::size_t begin, std::size_t end, std::string& rows) {
     for (std::size_t row = begin; row < end; ++row) {
       rows += row == group.begin ? "\n  " : ",\n  ";
       AppendRow(rows, table, row, true);
@@ -108,7 +108,7 @@ void WriteJson(const OutputTable& table, OutputBuffer& out) {
     } else {
       WriteSet(table, table.groups[g], out);
     }
-    out.Spill();
+    out.FlushIfFull();
   }
   if (sets) text += "\n]}";
   text += '\n';

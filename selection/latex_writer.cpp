@@ -105,7 +105,7 @@ void WriteLatex(const OutputTable& table, std::optional<int> digits, OutputBuffe
   text += " \\\\\n\\midrule\n";
   for (std::size_t g = 0; g < table.groups.size(); ++g) {
     if (g > 0) text += "\\midrule\n";
-    WriteRows(table.groups[g].begin, table.groups[g].end, out,
+    WriteRowBlocks(table.groups[g].begin, table.groups[g].end, out,
               [&table, digits](std::size_t begin, std::size_t end, std::string& rows) {
                 for (std::size_t row = begin; row < end; ++row) {
                   for (std::size_t c = 0; c < table.columns.size(); ++c) {

@@ -48,7 +48,7 @@ void WriteMarkdown(const OutputTable& table, std::optional<int> digits, OutputBu
     text += name ? ":---|" : "---:|";
   }
   text += '\n';
-  WriteRows(0, table.rows, out, [&table, digits](std::size_t begin, std::size_t end, std::string& rows) {
+  WriteRowBlocks(0, table.rows, out, [&table, digits](std::size_t begin, std::size_t end, std::string& rows) {
     std::string cell;
     for (std::size_t row = begin; row < end; ++row) {
       rows += '|';

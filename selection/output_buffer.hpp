@@ -14,7 +14,7 @@ class OutputBuffer {
   // `threads` is how many may format rows at once: 2 where a second core
   // is free for it, else 1.
   explicit OutputBuffer(Sink sink, unsigned threads = 1) : sink_(std::move(sink)), threads_(threads) {
-    text_.reserve(kSpillBytes + 4096);
+    text_.reserve(kFlushBytes + 4096);
   }
   OutputBuffer(const OutputBuffer&) = delete;
   OutputBuffer& operator=(const OutputBuffer&) = delete;
@@ -24,8 +24,8 @@ class OutputBuffer {
   unsigned Threads() const { return threads_; }
   // Hands the text to the sink when enough has gathered; writers call it
   // once per row.
-  void Spill() {
-    if (text_.size() >= kSpillBytes) Flush();
+  void FlushIfFull() {
+    if (text_.size() >= kFlushBytes) Flush();
   }
   void Flush() {
     if (!text_.empty()) sink_(text_);
@@ -38,7 +38,7 @@ class OutputBuffer {
   }
 
  private:
-  static constexpr std::size_t kSpillBytes = std::size_t{1} << 20;
+  static constexpr std::size_t kFlushBytes = std::size_t{1} << 20;
   Sink sink_;
   unsigned threads_;
   std::string text_;

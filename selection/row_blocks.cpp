@@ -121,11 +121,11 @@ class SharedBlocks {
 
 }  // namespace
 
-void WriteRows(std::size_t first, std::size_t last, OutputBuffer& out, const RowFormat& format) {
+void WriteRowBlocks(std::size_t first, std::size_t last, OutputBuffer& out, const RowFormat& format) {
   if (out.Threads() < 2 || last - first < 2 * kRowBlock) {
     for (std::size_t begin = first; begin < last; begin += kRowBlock) {
       format(begin, std::min(last, begin + kRowBlock), out.Text());
-      out.Spill();
+      out.FlushIfFull();
     }
     return;
   }

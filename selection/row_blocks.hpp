@@ -22,6 +22,6 @@ inline constexpr std::size_t kRowBlock = 16384;
 using RowFormat = std::function<void(std::size_t begin, std::size_t end, std::string& text)>;
 
 // Appends rows [first, last) to `out` by `format`.
-void WriteRows(std::size_t first, std::size_t last, OutputBuffer& out, const RowFormat& format);
+void WriteRowBlocks(std::size_t first, std::size_t last, OutputBuffer& out, const RowFormat& format);
 
 }  // namespace drav::selection

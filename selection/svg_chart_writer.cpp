@@ -138,7 +138,7 @@ class Chart {
       }
       Panel(s, panels[p], plotLeft, y);
       y += panels[p].size() * kRow + 8;
-      out.Spill();
+      out.FlushIfFull();
     }
     s += "</svg>\n";
     out.Flush();

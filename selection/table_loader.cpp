@@ -27,9 +27,9 @@ struct alignas(64) Run {
   std::shared_ptr<const RecordBatch> batch;
   std::size_t begin = 0, end = 0;
   std::size_t before = 0;                 // models before the run
-  std::optional<RowReader> rows;          // a fork; none: read on this thread in its turn
-  std::unique_ptr<RowObserver> observer;  // a fork of the observer, where there is one
-  RowsRead read;
+  std::optional<CandidateReader> rows;          // a fork; none: read on this thread in its turn
+  std::unique_ptr<ExtraColumnReader> observer;  // a fork of the observer, where there is one
+  ModelsOfRun read;
   bool done = false;
 };
 
@@ -56,10 +56,14 @@ class SharedRuns {
     changed_.notify_all();
   }
 
+  // What the calling thread does when the run due is not read yet and none
+  // is left for it to read: go back to read more of the file, or wait for
+  // the other thread (there is no more file, or enough runs are waiting).
+  enum class Otherwise { ReadMore, Wait };
+
   // The calling thread's turn: the next run in file order once read, else
-  // nothing after reading one itself; `wait` when there is nothing to do
-  // but wait for the other thread.
-  std::optional<Run> Next(bool wait) {
+  // nothing after reading one itself.
+  std::optional<Run> NextInOrder(Otherwise otherwise) {
     std::unique_lock lock(mutex_);
     for (;;) {
       if (!runs_.empty() && runs_.front().done) {
@@ -73,7 +77,7 @@ class SharedRuns {
         ReadNext(lock);
         continue;
       }
-      if (!wait || runs_.empty()) return std::nullopt;
+      if (otherwise == Otherwise::ReadMore || runs_.empty()) return std::nullopt;
       changed_.wait(lock);
     }
   }
@@ -103,7 +107,7 @@ class SharedRuns {
       try {
         run.read = loader_.Read(*run.rows, run.observer.get(), *run.batch, run.begin, run.end, run.before);
       } catch (...) {
-        run.read = RowsRead();
+        run.read = ModelsOfRun();
         run.read.fault = std::current_exception();
       }
       lock.lock();
@@ -127,7 +131,7 @@ void TableLoader::Add(std::span<const std::string_view> fields, std::int64_t lin
   one_.estimates.clear();
   one_.setValues.clear();
   Read(rows_, options_.observer, fields, line, table_.models.size(), one_);
-  Take(one_);
+  Append(one_);
 }
 
 void TableLoader::AddShared(DelimitedReader& reader) {
@@ -148,7 +152,8 @@ void TableLoader::AddShared(DelimitedReader& reader) {
   std::size_t queued = table_.models.size();  // models once every run handed out is taken
   bool more = true;                           // batches left to read
   for (;;) {
-    std::optional<Run> run = shared.Next(!more || shared.Waiting() >= kRunsAhead);
+    std::optional<Run> run = shared.NextInOrder(!more || shared.Waiting() >= kRunsAhead ? SharedRuns::Otherwise::Wait
+                                                                                        : SharedRuns::Otherwise::ReadMore);
     if (run) {
       // A fork's run is kept where nothing changed how it was to be read:
       // the decimal mark was settled when it was handed out, and neither
@@ -157,11 +162,11 @@ void TableLoader::AddShared(DelimitedReader& reader) {
       if (kept) {
         rows_.Join(*run->rows);
         TellNotes(*run->batch, run->begin, run->end, run->read);
-        Take(run->read);
+        Append(run->read);
       } else {
-        RowsRead again = Read(rows_, options_.observer, *run->batch, run->begin, run->end, table_.models.size());
+        ModelsOfRun again = Read(rows_, options_.observer, *run->batch, run->begin, run->end, table_.models.size());
         TellNotes(*run->batch, run->begin, run->end, again);
-        Take(again);
+        Append(again);
       }
       continue;
     }
@@ -192,9 +197,9 @@ void TableLoader::AddShared(DelimitedReader& reader) {
   }
 }
 
-RowsRead TableLoader::Read(RowReader& rows, RowObserver* observer, const RecordBatch& batch, std::size_t begin,
+ModelsOfRun TableLoader::Read(CandidateReader& rows, ExtraColumnReader* observer, const RecordBatch& batch, std::size_t begin,
                            std::size_t end, std::size_t before) const {
-  RowsRead read;
+  ModelsOfRun read;
   read.models.reserve(end - begin);
   std::string unquoted;
   std::vector<std::string_view> fields;
@@ -207,8 +212,8 @@ RowsRead TableLoader::Read(RowReader& rows, RowObserver* observer, const RecordB
 }
 
 // One record as the model after `before` others, or the fault it holds.
-void TableLoader::Read(RowReader& rows, RowObserver* observer, std::span<const std::string_view> fields,
-                       std::int64_t line, std::size_t before, RowsRead& read) const {
+void TableLoader::Read(CandidateReader& rows, ExtraColumnReader* observer, std::span<const std::string_view> fields,
+                       std::int64_t line, std::size_t before, ModelsOfRun& read) const {
   try {
     if (before == options_.maxModels) {
       Refuse({.file = name_,
@@ -230,14 +235,14 @@ void TableLoader::Read(RowReader& rows, RowObserver* observer, std::span<const s
 // and would not have found the notes after it. The last run of a batch
 // tells those found after its last record too.
 void TableLoader::TellNotes(const RecordBatch& batch, std::size_t begin, std::size_t end,
-                            const RowsRead& read) const {
+                            const ModelsOfRun& read) const {
   const bool stoppedEarly = read.models.size() < end - begin;
   const std::size_t upTo = stoppedEarly ? begin + read.models.size() + 1 : end + (end == batch.Records());
   batch.TellNotes(begin, upTo, diagnostics_);
 }
 
 // The models read, in their sets, then the fault that ended the run.
-void TableLoader::Take(RowsRead& read) {
+void TableLoader::Append(ModelsOfRun& read) {
   for (std::size_t i = 0; i < read.models.size(); ++i) {
     Candidate& c = read.models[i];
     if (rows_.By()) {

@@ -15,14 +15,14 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "selection/candidate_row_reader.hpp"
+#include "selection/candidate_reader.hpp"
 #include "selection/candidates.hpp"
 #include "selection/delimited_reader.hpp"
 
 namespace drav::selection {
 
 // What a run of records became on one thread, up to its first fault.
-struct RowsRead {
+struct ModelsOfRun {
   std::vector<Candidate> models;
   std::vector<Estimate> estimates;     // by model, when a parameter is averaged
   std::vector<std::string> setValues;  // by model, when a --by column splits the sets
@@ -31,7 +31,7 @@ struct RowsRead {
 
 class TableLoader {
  public:
-  TableLoader(CandidateTable& table, RowReader& rows, const LoadOptions& options, std::string name,
+  TableLoader(CandidateTable& table, CandidateReader& rows, const LoadOptions& options, std::string name,
               Diagnostics& diagnostics)
       : table_(table), rows_(rows), options_(options), name_(std::move(name)), diagnostics_(diagnostics) {}
 
@@ -51,21 +51,21 @@ class TableLoader {
 
   // Records [begin, end) of a batch as models numbered on from `before`,
   // and after its last record the fault that stopped the file's reading.
-  RowsRead Read(RowReader& rows, RowObserver* observer, const RecordBatch& batch, std::size_t begin,
+  ModelsOfRun Read(CandidateReader& rows, ExtraColumnReader* observer, const RecordBatch& batch, std::size_t begin,
                 std::size_t end, std::size_t before) const;
 
  private:
-  void Read(RowReader& rows, RowObserver* observer, std::span<const std::string_view> fields, std::int64_t line,
-            std::size_t before, RowsRead& read) const;
-  void Take(RowsRead& read);
-  void TellNotes(const RecordBatch& batch, std::size_t begin, std::size_t end, const RowsRead& read) const;
+  void Read(CandidateReader& rows, ExtraColumnReader* observer, std::span<const std::string_view> fields, std::int64_t line,
+            std::size_t before, ModelsOfRun& read) const;
+  void Append(ModelsOfRun& read);
+  void TellNotes(const RecordBatch& batch, std::size_t begin, std::size_t end, const ModelsOfRun& read) const;
 
   CandidateTable& table_;
-  RowReader& rows_;
+  CandidateReader& rows_;
   const LoadOptions& options_;
   std::string name_;
   Diagnostics& diagnostics_;
-  RowsRead one_;
+  ModelsOfRun one_;
   std::unordered_map<std::string, std::uint32_t> setIndex_;
   std::optional<std::int64_t> firstLineWithoutSet_;
 };

@@ -163,7 +163,7 @@ void WriteText(const OutputTable& table, std::optional<int> digits, OutputBuffer
     AppendPadded(text, table.columns[c].title, DisplayWidth(table.columns[c].title), width[c], right[c]);
   }
   endLine();
-  WriteRows(0, table.rows, out, [&](std::size_t begin, std::size_t end, std::string& rows) {
+  WriteRowBlocks(0, table.rows, out, [&](std::size_t begin, std::size_t end, std::string& rows) {
     std::string cell;
     for (std::size_t row = begin; row < end; ++row) {
       for (std::size_t c = 0; c < columns; ++c) {

@@ -132,7 +132,7 @@ void WideCoefficients::Row(std::span<const std::string_view> fields, std::int64_
   ++rows_;
 }
 
-std::unique_ptr<RowObserver> WideCoefficients::Fork() const {
+std::unique_ptr<ExtraColumnReader> WideCoefficients::Fork() const {
   auto fork = std::make_unique<WideCoefficients>(name_, byColumn_, modelColumn_);
   fork->header_ = header_;
   fork->columns_.reserve(columns_.size());
@@ -144,7 +144,7 @@ std::unique_ptr<RowObserver> WideCoefficients::Fork() const {
   return fork;
 }
 
-bool WideCoefficients::Join(RowObserver& other) {
+bool WideCoefficients::Join(ExtraColumnReader& other) {
   auto& fork = dynamic_cast<WideCoefficients&>(other);
   // A column that stopped being a term on either side makes the fork's
   // reading of it wrong: its cells are read by a column that is no longer

@@ -16,11 +16,11 @@
 
 #include "selection/coefficients.hpp"
 #include "selection/diagnostics.hpp"
-#include "selection/row_observer.hpp"
+#include "selection/extra_column_reader.hpp"
 
 namespace drav::selection {
 
-class WideCoefficients : public RowObserver {
+class WideCoefficients : public ExtraColumnReader {
  public:
   // `name` stands for the file in messages; `byColumn` and `modelColumn` as
   // LoadOptions has them, empty when not given.
@@ -29,8 +29,8 @@ class WideCoefficients : public RowObserver {
 
   void Start(const std::vector<std::string>& header, const ColumnRoles& roles, std::size_t expectedRows) override;
   void Row(std::span<const std::string_view> fields, std::int64_t line, DecimalMark& decimal) override;
-  std::unique_ptr<RowObserver> Fork() const override;
-  bool Join(RowObserver& fork) override;
+  std::unique_ptr<ExtraColumnReader> Fork() const override;
+  bool Join(ExtraColumnReader& fork) override;
 
   // The terms of the rows read; the columns that held text are not among
   // them, and one that held numbers before its text is warned of.

@@ -56,7 +56,7 @@ int RunFitsCommand(int argc, char** argv) {
     diagnostics.emplace(options.strict);
     const std::optional<double> n = GivenN(options.load.roles.n, "--n");
     std::vector<fits::FitRecord> records = ReadFitFiles(options.fitFiles, options.modelNames, n, *diagnostics);
-    Tell(*diagnostics);
+    ReportUnshown(*diagnostics);
     WriteTable(fits::FitsLayout(records, options.verbose), options.format, options.digits);
     return Code(ExitStatus::Done);
   });

@@ -86,7 +86,7 @@ int Run(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
                                 options.fileOrder,   options.subset, options.threads};
   if (options.fits) {
     const sel::Selection selection(LoadFitCandidates(options, diagnostics), request, diagnostics);
-    Tell(diagnostics);
+    ReportUnshown(diagnostics);
     WriteTable(selection.Layout(), options.format, options.digits, options.threads);
     return kDone;
   }
@@ -118,7 +118,7 @@ int Run(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
                                 S_ISREG(coefficientsStatus.st_mode);
   }
   const sel::Selection selection(reader, coefficients ? &*coefficients : nullptr, request, diagnostics);
-  Tell(diagnostics);
+  ReportUnshown(diagnostics);
   WriteTable(selection.Layout(), options.format, options.digits, options.threads);
   return kDone;
 }

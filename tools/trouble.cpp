@@ -14,7 +14,7 @@ namespace drav::cli {
 
 namespace sel = drav::selection;
 
-void Tell(sel::Diagnostics& diagnostics) {
+void ReportUnshown(sel::Diagnostics& diagnostics) {
   for (const sel::Diagnostic& d : diagnostics.TakeUnshown()) {
     const char* kind = d.severity == sel::Severity::Note ? "note: " : "warning: ";
     std::fprintf(stderr, "drav-report: %s%s\n", kind, sel::Describe(d).c_str());
@@ -25,7 +25,7 @@ int RunReporting(std::string_view command,
                  const std::function<int(std::optional<sel::Diagnostics>& diagnostics)>& body) {
   std::optional<sel::Diagnostics> diagnostics;
   const auto fail = [&diagnostics](ExitStatus status, const std::string& message) {
-    if (diagnostics) Tell(*diagnostics);
+    if (diagnostics) ReportUnshown(*diagnostics);
     std::fprintf(stderr, "drav-report: %s\n", message.c_str());
     return Code(status);
   };

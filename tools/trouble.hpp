@@ -14,7 +14,7 @@ namespace drav::cli {
 
 // Every note and warning not yet told, in the order they were found: a
 // body that tells them and then fails to write has them told once.
-void Tell(selection::Diagnostics& diagnostics);
+void ReportUnshown(selection::Diagnostics& diagnostics);
 
 // Runs a command form's body, which makes `diagnostics` once it knows
 // whether --strict was given, and returns its status; what the body throws

@@ -131,13 +131,13 @@ TEST(Writers, FaultsOfEitherThreadReachTheCaller) {
     OutputBuffer failing([&calls](std::string_view) {
       if (++calls == 2) throw std::length_error("full");
     }, threads);
-    EXPECT_THROW(WriteRows(0, rows, failing, format), std::length_error) << threads;
+    EXPECT_THROW(WriteRowBlocks(0, rows, failing, format), std::length_error) << threads;
     EXPECT_EQ(calls, 2u) << threads;
 
     std::string written;
     OutputBuffer out([&written](std::string_view chunk) { written += chunk; }, threads);
     try {
-      WriteRows(0, rows, out, format);
+      WriteRowBlocks(0, rows, out, format);
       ADD_FAILURE() << "no fault";
     } catch (const std::runtime_error& fault) {
       EXPECT_STREQ(fault.what(), "row 81929");

@@ -33,7 +33,7 @@ TEST_P(Endings, OneStatusOneMessageAndTheNoteOnce) {
     diagnostics->Note("found first");
     // A body that tells what it found before it fails, as one that has
     // written its table and then cannot flush it does.
-    Tell(*diagnostics);
+    ReportUnshown(*diagnostics);
     GetParam().raise();
     return 0;
   });

@@ -15,9 +15,9 @@
 
 namespace drav::selection {
 
-class RowObserver {
+class ExtraColumnReader {
  public:
-  virtual ~RowObserver() = default;
+  virtual ~ExtraColumnReader() = default;
   // Once, before the first record, with the roles the table settled and a
   // guess at how many records follow (0 when there is none), generous
   // rather than short: room that goes unused costs only address space.
@@ -30,12 +30,12 @@ class RowObserver {
   // For reading the records on two threads: an observer in this one's state
   // that is shown a later run of records while this one is shown those
   // before it. None where the records must be shown to one observer.
-  virtual std::unique_ptr<RowObserver> Fork() const { return nullptr; }
+  virtual std::unique_ptr<ExtraColumnReader> Fork() const { return nullptr; }
   // Takes what a fork of this observer was shown, as if shown after this
   // one's own records. False, changing nothing, when what either was shown
   // changed how the fork's records are to be read; they must then be shown
   // to this observer again.
-  virtual bool Join(RowObserver& fork) {
+  virtual bool Join(ExtraColumnReader& fork) {
     static_cast<void>(fork);
     return false;
   }

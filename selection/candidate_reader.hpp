@@ -57,9 +57,9 @@ inline double ImpliedK(Criterion criterion, double given, double logLik, double 
 }  // namespace internal
 
 // How each record becomes a candidate, settled once from the header.
-class RowReader {
+class CandidateReader {
  public:
-  RowReader(const DelimitedReader& reader, std::vector<std::string> header, bool rowNames,
+  CandidateReader(const DelimitedReader& reader, std::vector<std::string> header, bool rowNames,
             const LoadOptions& options, Diagnostics& diagnostics)
       : name_(reader.Name()),
         header_(std::move(header)),
@@ -149,13 +149,13 @@ class RowReader {
 
   // A reader in this one's state for a later run of records, read on
   // another thread at the same time; Join takes back what it found.
-  RowReader Fork() const {
-    RowReader fork = *this;
+  CandidateReader Fork() const {
+    CandidateReader fork = *this;
     fork.disagreements_ = {};
     return fork;
   }
   // What a fork found, as if this reader had read its records after its own.
-  void Join(const RowReader& fork) {
+  void Join(const CandidateReader& fork) {
     for (std::size_t c = 0; c < disagreements_.size(); ++c) {
       const internal::Disagreement& later = fork.disagreements_[c];
       internal::Disagreement& d = disagreements_[c];
