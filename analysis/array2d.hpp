@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 
 namespace drav {
 

@@ -4,7 +4,7 @@
 
 #include <ctime>
 
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 
 namespace drav {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "analysis/utf8.hpp"
+#include "base/utf8.hpp"
 
 namespace drav {
 

@@ -1,8 +1,8 @@
 #include "analysis/model_reader.hpp"
 
 #include "analysis/model_line.hpp"
-#include "analysis/text.hpp"
 #include "analysis/val.hpp"
+#include "base/text.hpp"
 
 namespace drav {
 

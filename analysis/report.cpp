@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "analysis/format.hpp"
-#include "analysis/text.hpp"
 #include "analysis/val.hpp"
+#include "base/text.hpp"
 
 namespace drav {
 

@@ -5,8 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "analysis/runtime_exception.hpp"
-#include "analysis/utf8.hpp"
+#include "base/runtime_exception.hpp"
+#include "base/utf8.hpp"
 
 namespace drav {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "analysis/folder_item.hpp"
-#include "analysis/utf16_decoder.hpp"
+#include "base/utf16_decoder.hpp"
 
 namespace drav {
 

@@ -6,10 +6,10 @@
 #include <cstdio>
 #include <string>
 
-#include "selection/candidates.hpp"
-#include "selection/delimited_writer.hpp"
-#include "selection/ranking.hpp"
-#include "selection/table_layout.hpp"
+#include "selection/input/load_candidates.hpp"
+#include "selection/models/ranking.hpp"
+#include "selection/output/delimited_writer.hpp"
+#include "selection/output/table_layout.hpp"
 
 namespace {
 

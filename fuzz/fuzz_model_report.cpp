@@ -14,8 +14,8 @@
 #include "analysis/model_reader.hpp"
 #include "analysis/report.hpp"
 #include "analysis/statistics.hpp"
-#include "analysis/text.hpp"
 #include "analysis/val.hpp"
+#include "base/text.hpp"
 #include "fuzz/fuzz_checks.hpp"
 
 namespace {

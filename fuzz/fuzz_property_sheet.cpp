@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "fuzz/fuzz_checks.hpp"
 #include "sheets/property_sheet.hpp"
 

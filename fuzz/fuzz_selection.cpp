@@ -6,16 +6,16 @@
 #include <cstdio>
 #include <string>
 
+#include "base/errors.hpp"
 #include "fuzz/fuzz_checks.hpp"
-#include "selection/candidates.hpp"
-#include "selection/delimited_writer.hpp"
-#include "selection/errors.hpp"
-#include "selection/json_writer.hpp"
-#include "selection/latex_writer.hpp"
-#include "selection/markdown_writer.hpp"
-#include "selection/ranking.hpp"
-#include "selection/table_layout.hpp"
-#include "selection/text_writer.hpp"
+#include "selection/input/load_candidates.hpp"
+#include "selection/models/ranking.hpp"
+#include "selection/output/delimited_writer.hpp"
+#include "selection/output/json_writer.hpp"
+#include "selection/output/latex_writer.hpp"
+#include "selection/output/markdown_writer.hpp"
+#include "selection/output/table_layout.hpp"
+#include "selection/output/text_writer.hpp"
 
 using namespace drav::selection;
 

@@ -4,13 +4,16 @@
 #include <string>
 #include <utility>
 
-#include "selection/errors.hpp"
-#include "selection/importance.hpp"
-#include "selection/long_coefficients.hpp"
-#include "selection/number_text.hpp"
-#include "selection/table_layout.hpp"
-#include "selection/term_averaging.hpp"
-#include "selection/wide_coefficients.hpp"
+#include "base/errors.hpp"
+#include "base/number_text.hpp"
+#include "selection/fits/fit_candidates.hpp"
+#include "selection/fits/fit_files.hpp"
+#include "selection/fits/fits_layout.hpp"
+#include "selection/input/long_coefficients.hpp"
+#include "selection/input/wide_coefficients.hpp"
+#include "selection/models/importance.hpp"
+#include "selection/models/term_averaging.hpp"
+#include "selection/output/table_layout.hpp"
 
 namespace drav::selection {
 
@@ -45,9 +48,15 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
   MarkSubset(layout_, request.subset, kept, table_.models.size());
 }
 
-Selection::Selection(CandidateTable table, const SelectionRequest& request, Diagnostics& diagnostics)
-    : table_(std::move(table)) {
+Selection::Selection(const FitsRequest& fits, const SelectionRequest& request, Diagnostics& diagnostics) {
   if (request.command != Command::Table) throw UsageError("models read from programs' outputs are only ranked");
+  const std::vector<fits::FitRecord> records = fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics);
+  table_ = fits::CandidatesFromFits(records, request.load, diagnostics);
+  if (fits.verbose) {
+    for (const fits::FitRecord& r : records) {
+      if (!r.derivation.empty()) diagnostics.Note("'" + r.model + "': " + r.derivation, r.source, r.line);
+    }
+  }
   const std::size_t kept = RankSubset(request, diagnostics);
   layout_ = SelectionLayout(table_, ranked_, request.level);
   MarkSubset(layout_, request.subset, kept, table_.models.size());
@@ -119,5 +128,9 @@ void Selection::AverageOne(const SelectionRequest& request, Diagnostics& diagnos
   }
   layout_ = AverageLayout(table_, averages_, request.level);
 }
+
+FitsListing::FitsListing(const FitsRequest& fits, Diagnostics& diagnostics)
+    : records_(fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics)),
+      layout_(fits::FitsLayout(records_, fits.verbose)) {}
 
 }  // namespace drav::selection

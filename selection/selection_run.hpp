@@ -1,21 +1,25 @@
 #pragma once
-// The one way into the model-selection library: a request and the readers
-// of its files in, a table for the writers out, and everything there is to
-// tell on the way in one list of diagnostics. The command line parses
+// The one way into the model-selection library, for every command form: a
+// request and the readers of its files (or the programs' printed outputs)
+// in, a table for the writers out, and everything there is to tell on the
+// way in one list of diagnostics. The command line parses
 // arguments, opens files, calls this and prints; every rule of the data
 // lives here or below.
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <vector>
 
-#include "selection/averaging.hpp"
-#include "selection/candidates.hpp"
-#include "selection/coefficients.hpp"
-#include "selection/delimited_reader.hpp"
-#include "selection/diagnostics.hpp"
-#include "selection/output_table.hpp"
-#include "selection/ranking.hpp"
-#include "selection/subset.hpp"
-#include "selection/term_layout.hpp"
+#include "base/diagnostics.hpp"
+#include "selection/fits/fit_record.hpp"
+#include "selection/input/delimited_reader.hpp"
+#include "selection/input/load_candidates.hpp"
+#include "selection/models/averaging.hpp"
+#include "selection/models/ranking.hpp"
+#include "selection/models/subset.hpp"
+#include "selection/output/term_layout.hpp"
+#include "selection/table/coefficients.hpp"
+#include "selection/table/output_table.hpp"
 
 namespace drav::selection {
 
@@ -24,6 +28,14 @@ enum class Command {
   Average,     // average one parameter, LoadOptions' estimate and SE columns
   Importance,  // sum the weights of the models that hold each term
   AverageAll,  // importance, and the average of every term
+};
+
+// Programs' printed outputs, as fits lists them and table --fits ranks them.
+struct FitsRequest {
+  std::vector<std::string> files;  // "-" for standard input; a pattern that names no file is expanded
+  std::string modelNames;          // a file of the models' names, one a line, in listing order; empty: their own
+  std::optional<double> n;         // the n of the models whose outputs print none
+  bool verbose = false;            // how K, n and logLik were found: a column of the listing, a note a model
 };
 
 struct SelectionRequest {
@@ -50,9 +62,9 @@ class Selection {
   // a file that cannot be read.
   Selection(DelimitedReader& models, DelimitedReader* coefficients, const SelectionRequest& request,
             Diagnostics& diagnostics);
-  // Ranks models read elsewhere, such as from programs' printed outputs;
-  // a table only (they carry no terms and no estimate to average).
-  Selection(CandidateTable table, const SelectionRequest& request, Diagnostics& diagnostics);
+  // Ranks the models of programs' printed outputs: a table only (they carry
+  // no terms and no estimate to average).
+  Selection(const FitsRequest& fits, const SelectionRequest& request, Diagnostics& diagnostics);
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
 
@@ -70,6 +82,20 @@ class Selection {
   Coefficients coefficients_;
   std::vector<SetTerms> terms_;
   std::vector<AveragedEstimate> averages_;
+  OutputTable layout_;
+};
+
+// Every model of programs' printed outputs listed, as they were read.
+class FitsListing {
+ public:
+  FitsListing(const FitsRequest& fits, Diagnostics& diagnostics);
+  FitsListing(const FitsListing&) = delete;
+  FitsListing& operator=(const FitsListing&) = delete;
+
+  const OutputTable& Layout() const { return layout_; }
+
+ private:
+  std::vector<fits::FitRecord> records_;
   OutputTable layout_;
 };
 

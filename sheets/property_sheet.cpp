@@ -1,11 +1,11 @@
 #include "sheets/property_sheet.hpp"
 
 #include <bit>
-#include <type_traits>
 #include <cstring>
 #include <map>
+#include <type_traits>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 
 namespace drav {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QDir>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "shell/accessible_role.hpp"
 #include "shell/alert_box.hpp"
 #include "shell/qt_convert.hpp"

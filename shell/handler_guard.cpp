@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "shell/application.hpp"
 
 namespace drav::internal {

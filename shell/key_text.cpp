@@ -1,6 +1,6 @@
 #include "shell/key_text.hpp"
 
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {

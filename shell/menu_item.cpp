@@ -1,6 +1,6 @@
 #include "shell/menu_item.hpp"
 
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 #include "shell/runtime.hpp"
 
 namespace drav {

@@ -6,8 +6,8 @@
 #include <QTextBlock>
 
 #include "analysis/end_of_line.hpp"
-#include "analysis/text.hpp"
-#include "analysis/utf8.hpp"
+#include "base/text.hpp"
+#include "base/utf8.hpp"
 #include "shell/qt_convert.hpp"
 
 namespace drav {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "shell/propertied.hpp"
 
 namespace drav {

@@ -5,9 +5,9 @@
 
 #include "analysis/folder_item.hpp"
 #include "analysis/model_line.hpp"
-#include "analysis/runtime_exception.hpp"
 #include "analysis/text_input_stream.hpp"
 #include "analysis/val.hpp"
+#include "base/runtime_exception.hpp"
 
 namespace drav::cli {
 

@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <csignal>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
@@ -15,9 +15,9 @@
 
 #include "analysis/analysis_run.hpp"
 #include "analysis/locale_date_text.hpp"
-#include "analysis/runtime_exception.hpp"
-#include "analysis/text.hpp"
 #include "analysis/val.hpp"
+#include "base/runtime_exception.hpp"
+#include "base/text.hpp"
 #include "tools/classic_hint.hpp"
 #include "tools/console_host.hpp"
 #include "tools/exit_status.hpp"

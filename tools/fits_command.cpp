@@ -5,12 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "selection/errors.hpp"
-#include "selection/fits/fit_candidates.hpp"
-#include "selection/fits/fits_layout.hpp"
-#include "selection/number_text.hpp"
+#include "base/errors.hpp"
+#include "base/number_text.hpp"
 #include "tools/exit_status.hpp"
-#include "tools/fit_inputs.hpp"
 #include "tools/option_table.hpp"
 #include "tools/table_output.hpp"
 #include "tools/trouble.hpp"
@@ -19,7 +16,6 @@ namespace drav::cli {
 namespace {
 
 namespace sel = drav::selection;
-namespace fits = drav::selection::fits;
 
 // --n N: the n of the models whose outputs print none; `option` as the
 // message calls it.
@@ -32,17 +28,10 @@ std::optional<double> GivenN(const std::string& text, const std::string& option)
 
 }  // namespace
 
-sel::CandidateTable LoadFitCandidates(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
+sel::FitsRequest FitsRequestOf(const SelectionOptions& options) {
   // A table's --n names a column; with --fits it is the n itself.
-  const std::optional<double> n = GivenN(options.load.roles.n, "--n with --fits");
-  std::vector<fits::FitRecord> records = ReadFitFiles(options.fitFiles, options.modelNames, n, diagnostics);
-  sel::CandidateTable table = fits::CandidatesFromFits(records, options.load, diagnostics);
-  if (options.verbose) {
-    for (const fits::FitRecord& r : records) {
-      if (!r.derivation.empty()) diagnostics.Note("'" + r.model + "': " + r.derivation, r.source, r.line);
-    }
-  }
-  return table;
+  return {options.fitFiles, options.modelNames, GivenN(options.load.roles.n, options.fits ? "--n with --fits" : "--n"),
+          options.verbose};
 }
 
 int RunFitsCommand(int argc, char** argv) {
@@ -54,10 +43,9 @@ int RunFitsCommand(int argc, char** argv) {
       return Code(ExitStatus::Done);
     }
     diagnostics.emplace(options.strict);
-    const std::optional<double> n = GivenN(options.load.roles.n, "--n");
-    std::vector<fits::FitRecord> records = ReadFitFiles(options.fitFiles, options.modelNames, n, *diagnostics);
+    const sel::FitsListing listing(FitsRequestOf(options), *diagnostics);
     ReportUnshown(*diagnostics);
-    WriteTable(fits::FitsLayout(records, options.verbose), options.format, options.digits);
+    WriteTable(listing.Layout(), options.format, options.digits);
     return Code(ExitStatus::Done);
   });
 }

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "selection/errors.hpp"
-#include "selection/number_text.hpp"
+#include "base/errors.hpp"
+#include "base/number_text.hpp"
 
 namespace drav::cli {
 namespace {

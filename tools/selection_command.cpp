@@ -16,15 +16,15 @@
 #include <malloc.h>
 #endif
 
-#include "selection/delimited_reader.hpp"
-#include "selection/diagnostics.hpp"
-#include "selection/errors.hpp"
+#include "base/diagnostics.hpp"
+#include "base/errors.hpp"
+#include "selection/input/delimited_reader.hpp"
 #include "selection/selection_run.hpp"
 #include "tools/exit_status.hpp"
 #include "tools/fits_command.hpp"
+#include "tools/selection_options.hpp"
 #include "tools/table_output.hpp"
 #include "tools/trouble.hpp"
-#include "tools/selection_options.hpp"
 
 namespace drav::cli {
 namespace {
@@ -85,7 +85,7 @@ int Run(const SelectionOptions& options, sel::Diagnostics& diagnostics) {
   sel::SelectionRequest request{CommandOf(options), options.load,    options.level,
                                 options.fileOrder,   options.subset, options.threads};
   if (options.fits) {
-    const sel::Selection selection(LoadFitCandidates(options, diagnostics), request, diagnostics);
+    const sel::Selection selection(FitsRequestOf(options), request, diagnostics);
     ReportUnshown(diagnostics);
     WriteTable(selection.Layout(), options.format, options.digits, options.threads);
     return kDone;

@@ -1,12 +1,12 @@
 #include "tools/selection_options.hpp"
 
 #include <charconv>
-#include <iterator>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
-#include "selection/errors.hpp"
-#include "selection/number_text.hpp"
+#include "base/errors.hpp"
+#include "base/number_text.hpp"
 #include "tools/exit_status.hpp"
 #include "tools/option_table.hpp"
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "selection/candidates.hpp"
-#include "selection/subset.hpp"
+#include "selection/input/load_candidates.hpp"
+#include "selection/models/subset.hpp"
 
 namespace drav::cli {
 

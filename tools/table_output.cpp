@@ -3,13 +3,13 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "selection/delimited_writer.hpp"
-#include "selection/json_writer.hpp"
-#include "selection/latex_writer.hpp"
-#include "selection/markdown_writer.hpp"
-#include "selection/output_buffer.hpp"
-#include "selection/svg_chart_writer.hpp"
-#include "selection/text_writer.hpp"
+#include "selection/output/delimited_writer.hpp"
+#include "selection/output/json_writer.hpp"
+#include "selection/output/latex_writer.hpp"
+#include "selection/output/markdown_writer.hpp"
+#include "selection/output/output_buffer.hpp"
+#include "selection/output/svg_chart_writer.hpp"
+#include "selection/output/text_writer.hpp"
 
 namespace drav::cli {
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-#include "analysis/runtime_exception.hpp"
-#include "selection/output_table.hpp"
+#include "base/runtime_exception.hpp"
+#include "selection/table/output_table.hpp"
 #include "tools/selection_options.hpp"
 
 namespace drav::cli {

@@ -6,7 +6,7 @@
 #include <new>
 #include <string>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "tools/exit_status.hpp"
 #include "tools/table_output.hpp"
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "selection/diagnostics.hpp"
+#include "base/diagnostics.hpp"
 
 namespace drav::cli {
 

@@ -2,7 +2,7 @@
 
 #include "analysis/analysis_run.hpp"
 #include "analysis/locale_date_text.hpp"
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 #include "shell/implicit.hpp"
 #include "shell/qt_run_host.hpp"
 #include "shell/runtime.hpp"

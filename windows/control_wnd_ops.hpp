@@ -1,6 +1,6 @@
 #pragma once
-#include "analysis/text.hpp"
 #include "analysis/window_ops.hpp"
+#include "base/text.hpp"
 #include "windows/control_wnd.hpp"
 
 namespace drav {

@@ -1,7 +1,7 @@
 #pragma once
 // The fifteen read-only item accessors that ControlWnd and helpWnd share:
 // each looks its item up by name in the window's menu bar.
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "shell/menu_item.hpp"
 #include "shell/window.hpp"
 

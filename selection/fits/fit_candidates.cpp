@@ -4,10 +4,10 @@
 #include <cmath>
 #include <numeric>
 
-#include "selection/candidate_faults.hpp"
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/table/candidate_faults.hpp"
 
 namespace drav::selection::fits {
 namespace {

@@ -7,9 +7,9 @@
 // an n nobody printed is refused.
 #include <vector>
 
-#include "selection/candidates.hpp"
-#include "selection/diagnostics.hpp"
+#include "base/diagnostics.hpp"
 #include "selection/fits/fit_record.hpp"
+#include "selection/input/load_candidates.hpp"
 
 namespace drav::selection::fits {
 

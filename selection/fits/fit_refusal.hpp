@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "selection/diagnostics.hpp"
-#include "selection/errors.hpp"
+#include "base/diagnostics.hpp"
+#include "base/errors.hpp"
 
 namespace drav::selection::fits {
 

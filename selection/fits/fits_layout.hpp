@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "selection/fits/fit_record.hpp"
-#include "selection/output_table.hpp"
+#include "selection/table/output_table.hpp"
 
 namespace drav::selection::fits {
 

@@ -15,7 +15,7 @@
 #include <cctype>
 #include <cmath>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/r_transcript.hpp"
 
 namespace drav::selection::fits {

@@ -14,7 +14,7 @@
 #include <cctype>
 #include <cmath>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/printed_text.hpp"
 
 namespace drav::selection::fits {

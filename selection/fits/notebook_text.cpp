@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "analysis/utf8.hpp"
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
+#include "base/utf8.hpp"
 #include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
 

@@ -1,6 +1,6 @@
 #include "selection/fits/output_readers.hpp"
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/lavaan_output.hpp"
 #include "selection/fits/mark_output.hpp"

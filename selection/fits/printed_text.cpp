@@ -1,10 +1,10 @@
 #include "selection/fits/printed_text.hpp"
 
 #include <charconv>
-#include <cstring>
 #include <cmath>
+#include <cstring>
 
-#include "selection/number_text.hpp"
+#include "base/number_text.hpp"
 
 namespace drav::selection::fits {
 

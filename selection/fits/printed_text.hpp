@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/text.hpp"  // Trimmed, which every reader uses
+#include "base/text.hpp"  // Trimmed, which every reader uses
 
 namespace drav::selection::fits {
 

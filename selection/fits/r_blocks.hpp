@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "selection/diagnostics.hpp"
+#include "base/diagnostics.hpp"
 #include "selection/fits/fit_record.hpp"
 #include "selection/fits/r_transcript.hpp"
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/r_blocks.hpp"
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "selection/diagnostics.hpp"
+#include "base/diagnostics.hpp"
 #include "selection/fits/fit_record.hpp"
 
 namespace drav::selection::fits {

@@ -16,7 +16,7 @@
 
 #include <cmath>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/printed_text.hpp"
 
 namespace drav::selection::fits {

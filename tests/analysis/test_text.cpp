@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "analysis/text.hpp"
-#include "analysis/utf8.hpp"
+#include "base/text.hpp"
+#include "base/utf8.hpp"
 
 namespace drav {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "analysis/runtime_exception.hpp"
 #include "analysis/text_input_stream.hpp"
+#include "base/runtime_exception.hpp"
 #include "tests/analysis/temp_file.hpp"
 
 namespace drav {

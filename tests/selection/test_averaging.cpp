@@ -1,12 +1,12 @@
 // The model-averaged estimate and its revised unconditional SE, worked by
 // hand.
-#include "selection/averaging.hpp"
+#include "selection/models/averaging.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "selection/normal_quantile.hpp"
+#include "selection/models/normal_quantile.hpp"
 
 namespace drav::selection {
 namespace {

@@ -1,13 +1,13 @@
 // Loading candidates: which criterion, where it comes from, and the data
 // that is refused or warned about.
-#include "selection/candidates.hpp"
+#include "selection/input/load_candidates.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "tests/selection/memory_input.hpp"
 
 namespace drav::selection {

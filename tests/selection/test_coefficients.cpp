@@ -4,11 +4,11 @@
 
 #include <cmath>
 
-#include "selection/candidates.hpp"
-#include "selection/errors.hpp"
-#include "selection/long_coefficients.hpp"
-#include "selection/number_text.hpp"
-#include "selection/wide_coefficients.hpp"
+#include "base/errors.hpp"
+#include "base/number_text.hpp"
+#include "selection/input/load_candidates.hpp"
+#include "selection/input/long_coefficients.hpp"
+#include "selection/input/wide_coefficients.hpp"
 #include "tests/selection/memory_input.hpp"
 
 namespace drav::selection {

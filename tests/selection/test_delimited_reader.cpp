@@ -1,12 +1,12 @@
 // The reader against the ways real programs write delimited text.
-#include "selection/delimited_reader.hpp"
+#include "selection/input/delimited_reader.hpp"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "tests/selection/memory_input.hpp"
 
 namespace drav::selection {

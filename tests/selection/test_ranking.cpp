@@ -2,7 +2,7 @@
 // set, worked by hand, are the table goldens' (tests/golden/table.batch).
 // Here what a table of a few models cannot show: many ties in a row, where a
 // sort that is not stable by nature would shuffle them.
-#include "selection/ranking.hpp"
+#include "selection/models/ranking.hpp"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/selection_run.hpp"
 #include "tests/selection/memory_input.hpp"
 

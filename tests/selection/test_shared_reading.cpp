@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/selection_run.hpp"
 #include "tests/selection/memory_input.hpp"
 

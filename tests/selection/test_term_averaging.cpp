@@ -1,13 +1,13 @@
 // Importance and the conditional and full averages of every term, on a set
 // small enough to work by hand, and the subsets they can be taken over.
-#include "selection/term_averaging.hpp"
+#include "selection/models/term_averaging.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "selection/importance.hpp"
-#include "selection/subset.hpp"
+#include "selection/models/importance.hpp"
+#include "selection/models/subset.hpp"
 
 namespace drav::selection {
 namespace {

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "selection/two_halves.hpp"
+#include "selection/parallel/bucket_sort.hpp"
 
 namespace drav::selection {
 namespace {

@@ -3,7 +3,7 @@
 // over numbers that round up a digit, round to zero, sit at the cap or far
 // past it, counts with fractions, infinities and double-width names); and
 // every writer's bytes the same whether one thread made them or two.
-#include "selection/text_writer.hpp"
+#include "selection/output/text_writer.hpp"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +13,13 @@
 #include <stdexcept>
 #include <vector>
 
-#include "selection/delimited_writer.hpp"
-#include "selection/display_width.hpp"
-#include "selection/json_writer.hpp"
-#include "selection/latex_writer.hpp"
-#include "selection/markdown_writer.hpp"
-#include "selection/readable_cell.hpp"
-#include "selection/row_blocks.hpp"
+#include "selection/output/delimited_writer.hpp"
+#include "selection/output/display_width.hpp"
+#include "selection/output/json_writer.hpp"
+#include "selection/output/latex_writer.hpp"
+#include "selection/output/markdown_writer.hpp"
+#include "selection/output/readable_cell.hpp"
+#include "selection/output/row_blocks.hpp"
 
 namespace drav::selection {
 namespace {

@@ -1,6 +1,6 @@
 #include <QtTest>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "sheets/property_sheet.hpp"
 #include "tests/shell/qt_test_main.hpp"
 #include "tests/shell/test_window.hpp"

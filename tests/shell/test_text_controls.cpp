@@ -2,7 +2,7 @@
 #include <QtTest>
 
 #include "analysis/end_of_line.hpp"
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 #include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"
 #include "tests/shell/test_window.hpp"

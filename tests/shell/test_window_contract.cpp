@@ -2,7 +2,7 @@
 #include <QtTest>
 #include <cerrno>
 
-#include "analysis/runtime_exception.hpp"
+#include "base/runtime_exception.hpp"
 #include "shell/label.hpp"
 #include "shell/picture.hpp"
 #include "tests/shell/qt_test_main.hpp"

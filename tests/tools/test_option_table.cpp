@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "tools/option_table.hpp"
 
 namespace drav::cli {

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "tools/exit_status.hpp"
 #include "tools/table_output.hpp"
 #include "tools/trouble.hpp"

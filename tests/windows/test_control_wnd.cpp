@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 #include "shell/implicit.hpp"
 #include "shell/runtime.hpp"
 #include "tests/shell/qt_test_main.hpp"

@@ -1,7 +1,7 @@
 #include <QClipboard>
 #include <QtTest>
 
-#include "analysis/text.hpp"
+#include "base/text.hpp"
 #include "shell/implicit.hpp"
 #include "tests/shell/qt_test_main.hpp"
 #include "tests/shell/user_input.hpp"

@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <map>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/notebook_text.hpp"
 #include "tests/selection/fits/sample_file.hpp"
 

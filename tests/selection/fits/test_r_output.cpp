@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "tests/selection/fits/expected_fit.hpp"
 #include "tests/selection/fits/sample_file.hpp"
 

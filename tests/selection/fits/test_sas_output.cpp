@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "selection/errors.hpp"
+#include "base/errors.hpp"
 #include "selection/fits/fit_candidates.hpp"
 #include "tests/selection/fits/expected_records.hpp"
 #include "tests/selection/fits/sample_file.hpp"
