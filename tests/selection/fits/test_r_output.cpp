@@ -9,6 +9,7 @@
 
 #include "selection/errors.hpp"
 #include "tests/selection/fits/expected_fit.hpp"
+#include "tests/selection/fits/expected_records.hpp"
 #include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
@@ -79,6 +80,16 @@ TEST(ROutput, LmSummaryAloneIsRefusedWithTheReason) {
     EXPECT_NE(std::string(error.what()).find("line 2: summary() of lm prints no log-likelihood"), std::string::npos)
         << error.what();
   }
+}
+
+// The inverse Gaussian family, like the Gamma, has a dispersion that R's AIC
+// counts: K, and so logLik = K - AIC/2, as R's logLik() and nobs() give them
+// (inverse-gaussian.expected, written beside the output by make-samples.sh).
+TEST(ROutput, InverseGaussianDispersionIsCounted) {
+  const std::string text = testing_support::SampleText("r/inverse-gaussian.log");
+  ASSERT_TRUE(LooksLikeROutput(text));
+  Diagnostics strict(true);  // nothing here is in doubt
+  testing::ExpectRecords(ReadROutput(text, "r/inverse-gaussian.log", strict), "r/inverse-gaussian.expected", "R");
 }
 
 }  // namespace
