@@ -143,6 +143,9 @@ std::vector<FitRecord> ReadMplusOutput(std::string_view text, const std::string&
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lines[i].text.starts_with("Mplus VERSION")) starts.push_back(i);
   }
+  // An output without the banner is one run; an empty one is none, and
+  // has no line for a run to start on.
+  if (lines.empty()) throw DataError(source + ": empty; no Mplus run in it");
   if (starts.empty()) starts.push_back(0);
   std::vector<FitRecord> records;
   for (std::size_t s = 0; s < starts.size(); ++s) {

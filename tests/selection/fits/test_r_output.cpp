@@ -92,5 +92,17 @@ TEST(ROutput, InverseGaussianDispersionIsCounted) {
   testing::ExpectRecords(ReadROutput(text, "r/inverse-gaussian.log", strict), "r/inverse-gaussian.expected", "R");
 }
 
+// An lme4 summary cut off right after "Random effects:" has no table to
+// count; its header was read from past the end of the lines (the sanitizer
+// run sees it).
+TEST(ROutput, RandomEffectsHeadingAtTheEndIsNoTable) {
+  Diagnostics diagnostics;
+  const auto records = ReadROutput("Linear mixed model fit by REML\nREML criterion at convergence: 100\nRandom effects:",
+                                   "cut.txt", diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_EQ(records[0].k, 0);
+  EXPECT_EQ(records[0].logLik, -50);
+}
+
 }  // namespace
 }  // namespace drav::selection::fits
