@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(fuzz_val fuzz_format fuzz_model_report fuzz_property_sheet fuzz_selection)
+[ ${#targets[@]} -gt 0 ] || targets=(fuzz_val fuzz_format fuzz_model_report fuzz_property_sheet fuzz_selection fuzz_fits)
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DDRAV_FUZZ=ON \
   -DDRAV_SANITIZE=address,undefined -DDRAV_BUILD_GUI=OFF -DDRAV_BUILD_TESTS=OFF -DDRAV_BUILD_BENCH=OFF \

@@ -227,7 +227,9 @@ class MarkReader {
     record.warnings.push_back(std::move(text));
   }
 
-  static std::string Count(double value) { return std::to_string(static_cast<long long>(value)); }
+  // As read, not cast to an integer: a count in a damaged output may lie
+  // beyond any integer's range.
+  static std::string Count(double value) { return Shown(value); }
 
   static std::string Number(double value) {
     char text[32];

@@ -15,6 +15,7 @@
 #include <cmath>
 
 #include "base/errors.hpp"
+#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
 
 namespace drav::selection::fits {
@@ -143,6 +144,9 @@ std::vector<FitRecord> ReadMplusOutput(std::string_view text, const std::string&
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lines[i].text.starts_with("Mplus VERSION")) starts.push_back(i);
   }
+  // An output without the banner is one run; an empty one is none, and
+  // has no line for a run to start on.
+  if (lines.empty()) Refuse(source, 0, "empty; no Mplus run in it");
   if (starts.empty()) starts.push_back(0);
   std::vector<FitRecord> records;
   for (std::size_t s = 0; s < starts.size(); ++s) {

@@ -15,6 +15,8 @@ namespace {
 // Random effects: one group's row names its factor in the "Groups" column;
 // further terms of the group leave it blank.
 double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size_t end, bool& residual) {
+  // An output cut off after the heading has no table to count.
+  if (at + 1 >= end) return 0;
   const std::string_view header = lines[at + 1].text;
   const std::size_t nameColumn = header.find("Name");
   if (nameColumn == std::string_view::npos) return 0;

@@ -27,6 +27,7 @@ row("r/glm-transcript.Rout", 1, glm(count ~ spray, family = poisson, data = Inse
 row("r/glm-transcript.Rout", 2, glm(mpg ~ wt + hp, data = d), 0.011)
 row("r/glm-transcript.Rout", 3, glm(mpg ~ wt, family = Gamma(link = "log"), data = mtcars), 0.011)
 row("r/knitted.md", 2, glm(count ~ 1, family = poisson, data = InsectSprays), 0.011)
+row("r/inverse-gaussian.log", 1, glm(mpg ~ wt, family = inverse.gaussian, data = mtcars), 0.011)
 f1 <- lmer(Reaction ~ Days + (1 | Subject), sleepstudy, REML = FALSE)
 f2 <- lmer(Reaction ~ Days + (Days | Subject), sleepstudy, REML = FALSE)
 g1 <- glmer(cbind(incidence, size - incidence) ~ period + (1 | herd), data = cbpp, family = binomial)
@@ -51,6 +52,7 @@ row("lavaan/release-0.5-layout.md", 1, cfa(hs, data = HolzingerSwineford1939), 0
 row("lavaan/release-0.5-layout.md", 2, cfa(eq, data = HolzingerSwineford1939, estimator = "MLR"), 0.0011)
 g <- HolzingerSwineford1939; set.seed(1); g$x5[sample(nrow(g), 20)] <- NA
 row("lavaan/groups-missing.txt", 1, cfa(hs, data = g, group = "school", missing = "listwise"), 0.0011)
+row("lavaan/one-group-missing.log", 1, cfa(hs, data = g, missing = "listwise"), 0.0011)
 row("mplus/cfa-ml.out", 1, cfa(hs, data = HolzingerSwineford1939, mimic = "Mplus"), 0.0011)
 row("mplus/groups-mlr.out", 1, cfa(hs, data = HolzingerSwineford1939, mimic = "Mplus", estimator = "MLR",
                                    group = "school"), 0.0011)

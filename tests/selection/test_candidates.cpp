@@ -64,6 +64,8 @@ INSTANTIATE_TEST_SUITE_P(
         Choice{"AiccWhenN", "Modnames,LL,K,nobs\na,-10,2,10\n", Criterion::AICc, 24 + 12.0 / 7},
         // No n: AIC = -2(-10) + 2*2 = 24.
         Choice{"AicOtherwise", "name,logLik,df\na,-10,2\n", Criterion::AIC, 24},
+        // npar is K before df, wherever df stands: 20 + 2*3, not 20 + 2*1.
+        Choice{"NparBeforeDf", "name,logLik,df,npar\na,-10,1,3\n", Criterion::AIC, 26},
         // Asked for BIC with an AIC column only: computed, 20 + 2 ln 100 = 20 + 4 ln 10.
         Choice{"AskedAndComputed", "model,aic,ll,npar,n\na,1,-10,2,100\n", Criterion::BIC, 29.210340371976184,
                [](LoadOptions& o) { o.criterion = Criterion::BIC; }},
@@ -226,12 +228,18 @@ TEST(Candidates, WarnsOfCriteriaThatDisagreeWithLogLikAndK) {
             "column 'AIC' on line 2 gives 156.652, which implies K = 4, but column 'df' gives 2; AIC = -2 logLik + "
             "2K; 1 more lines disagree. Is 'df' the number of estimated parameters? A column 'K' is read before it.");
   EXPECT_NE(table.warnings[1].find("column 'BIC' on line 2 gives 162.515, which implies K = 4,"), std::string::npos);
+  // A K off by one puts AIC exactly 2 from -2 logLik + 2K.
+  const Loaded offByOne = LoadSaying("model,logLik,K,AIC\na,-10,3,24\n");
+  EXPECT_EQ(offByOne.warnings,
+            (std::vector<std::string>{"column 'AIC' on line 2 gives 24, which implies K = 2, but column 'K' gives 3; "
+                                      "AIC = -2 logLik + 2K. Is 'K' the number of estimated parameters?"}));
   // Rounded to two decimals, agreeing criteria say nothing.
   EXPECT_TRUE(LoadSaying("model,logLik,K,AIC,AICc,n\na,-74.326,4,156.65,158.13,32\n").warnings.empty());
 }
 
 TEST(Candidates, EmptySetValueIsNamed) {
-  const Loaded table = LoadSaying("model,s,AIC\na,x,1\nb,,2\n", [](LoadOptions& o) { o.byColumn = "s"; });
+  // Of two lines without a set, the first is named.
+  const Loaded table = LoadSaying("model,s,AIC\na,x,1\nb,,2\nc,,3\n", [](LoadOptions& o) { o.byColumn = "s"; });
   EXPECT_EQ(table.table.sets, (std::vector<std::string>{"x", ""}));
   EXPECT_EQ(table.warnings,
             (std::vector<std::string>{"line 3 has no value in column 's'; such models are a set of their own"}));

@@ -59,6 +59,21 @@ sed 's/  logLik deviance df.resid/  logLik -2*log(L) df.resid/' "$out/r/lme4-ml.
 Rscript --vanilla -e 'm <- glm(count ~ spray, family = poisson, data = InsectSprays); logLik(m)' \
   >"$out/r/loglik-only.txt" 2>&1
 
+# An inverse Gaussian glm, whose AIC counts the dispersion as Gamma's does;
+# beside it (.expected) what R's logLik(), nobs() and AIC() say of the fit.
+cat >inverse-gaussian.R <<'R'
+m <- glm(mpg ~ wt, family = inverse.gaussian, data = mtcars)
+printed <- capture.output(summary(m))
+writeLines(printed)
+aic <- sub("^AIC: ", "", grep("^AIC: ", printed, value = TRUE))
+ll <- logLik(m)
+expected <- data.frame(model = "mpg ~ wt", line = which(printed == "Call:")[1], kind = "ML",
+                       logLik = as.numeric(ll), k = attr(ll, "df"), n = nobs(m), aic = AIC(m), bic = NA,
+                       tolerance = 0.5 * 10^-nchar(sub("^[^.]*\\.", "", aic)))
+write.table(expected, commandArgs(TRUE)[1], sep = "\t", quote = FALSE, row.names = FALSE)
+R
+Rscript --vanilla inverse-gaussian.R "$out/r/inverse-gaussian.expected" >"$out/r/inverse-gaussian.log" 2>&1
+
 # knitr: the same fits rendered to Markdown, "## " before printed lines.
 cat >knitted.Rmd <<'R'
 ---
@@ -103,6 +118,25 @@ groups <- cfa(hs, data = d, group = "school", missing = "listwise")
 summary(groups, fit.measures = TRUE)
 R
 Rscript --vanilla groups.R >"$out/lavaan/groups-missing.txt" 2>&1
+# One group with rows left out (listwise): n is the "Used" column, not
+# "Total"; beside it what lavaan's logLik(), nobs() and AIC() say.
+cat >one-group.R <<'R'
+suppressMessages(library(lavaan))
+d <- HolzingerSwineford1939
+set.seed(1); d$x5[sample(nrow(d), 20)] <- NA
+hs <- ' visual  =~ x1 + x2 + x3
+        textual =~ x4 + x5 + x6
+        speed   =~ x7 + x8 + x9 '
+fit <- cfa(hs, data = d, missing = "listwise")
+printed <- capture.output(summary(fit, fit.measures = TRUE))
+writeLines(printed)
+ll <- logLik(fit)
+expected <- data.frame(model = "one-group-missing", line = grep("^lavaan ", printed)[1], kind = "ML",
+                       logLik = as.numeric(ll), k = attr(ll, "df"), n = nobs(fit), aic = AIC(fit),
+                       bic = BIC(fit), tolerance = 0.0005)
+write.table(expected, commandArgs(TRUE)[1], sep = "\t", quote = FALSE, row.names = FALSE)
+R
+Rscript --vanilla one-group.R "$out/lavaan/one-group-missing.expected" >"$out/lavaan/one-group-missing.log" 2>&1
 cat >wlsmv.R <<'R'
 suppressMessages(library(lavaan))
 d <- HolzingerSwineford1939

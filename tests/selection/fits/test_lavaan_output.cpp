@@ -8,6 +8,7 @@
 #include "base/errors.hpp"
 #include "selection/fits/r_output.hpp"
 #include "tests/selection/fits/expected_fit.hpp"
+#include "tests/selection/fits/expected_records.hpp"
 #include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
@@ -56,6 +57,17 @@ TEST(LavaanOutput, IsNotTakenForROutput) {
   // lavaan's output holds nothing of R's own summaries; R's holds no lavaan.
   EXPECT_FALSE(LooksLikeLavaanOutput(testing_support::SampleText("r/lme4-ml.txt")));
   EXPECT_FALSE(LooksLikeROutput(testing_support::SampleText("lavaan/two-models.txt")));
+}
+
+// One group with rows left out: lavaan prints "Used" and "Total" beside
+// "Number of observations", and n is the rows used, as lavaan's nobs() says
+// (one-group-missing.expected, written beside the output by make-samples.sh).
+TEST(LavaanOutput, OneGroupCountsTheRowsUsed) {
+  const std::string text = testing_support::SampleText("lavaan/one-group-missing.log");
+  ASSERT_TRUE(LooksLikeLavaanOutput(text));
+  Diagnostics strict(true);  // nothing here is in doubt
+  testing::ExpectRecords(ReadLavaanOutput(text, "lavaan/one-group-missing.log", strict),
+                         "lavaan/one-group-missing.expected", "lavaan");
 }
 
 }  // namespace

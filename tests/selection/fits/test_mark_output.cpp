@@ -75,6 +75,24 @@ TEST(MarkOutput, AnAICcThatIsNotMARKsOwnIsReported) {
   EXPECT_NE(diagnostics.All()[0].text.find("AICc"), std::string::npos);
 }
 
+TEST(MarkOutput, ACountBeyondAnyIntegerIsShownAsRead) {
+  // Converting 1e85 to an integer was undefined; it showed as the most
+  // negative long long.
+  const std::string text =
+      " Effective Sample Size = 40\n"
+      " -2logL { S(.) } = 100.00000\n"
+      " Gap Method for Num. of Estimated Parameters { S(.) } = 2\n"
+      " Numerical Threshold Method for Num. of Estimated Parameters { S(.) } = 1e85\n"
+      " Number of Estimated Parameters { S(.) } = 2\n";
+  Diagnostics diagnostics;
+  const auto records = ReadMarkOutput(text, "s.out", diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  ASSERT_EQ(records[0].warnings.size(), 1u);
+  EXPECT_EQ(records[0].warnings[0],
+            "MARK's two counts of estimable parameters disagree (gap method 2, threshold method 1e+85); it used K = 2. "
+            "See which parameters are confounded before ranking it");
+}
+
 struct Aborted {
   const char* name;
   std::string text;

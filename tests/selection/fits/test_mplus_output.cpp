@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/errors.hpp"
 #include "tests/selection/fits/expected_fit.hpp"
 #include "tests/selection/fits/sample_file.hpp"
 
@@ -78,6 +79,18 @@ TEST(MplusOutput, RunsOneAfterAnotherAreModelsOfTheirOwn) {
   EXPECT_EQ(records[0].k, 30);
   EXPECT_EQ(records[1].model, "Three latent classes of six symptoms");
   EXPECT_EQ(records[1].n, 1000);
+}
+
+// An empty text is refused: it has no line for a run to start on, and
+// reading one there read past the end of its lines.
+TEST(MplusOutput, EmptyTextHoldsNoRun) {
+  Diagnostics diagnostics;
+  try {
+    ReadMplusOutput("", "empty.out", diagnostics);
+    FAIL() << "read";
+  } catch (const DataError& error) {
+    EXPECT_STREQ(error.what(), "empty.out: empty; no Mplus run in it");
+  }
 }
 
 }  // namespace

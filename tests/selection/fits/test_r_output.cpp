@@ -9,6 +9,7 @@
 
 #include "base/errors.hpp"
 #include "tests/selection/fits/expected_fit.hpp"
+#include "tests/selection/fits/expected_records.hpp"
 #include "tests/selection/fits/sample_file.hpp"
 
 namespace drav::selection::fits {
@@ -79,6 +80,28 @@ TEST(ROutput, LmSummaryAloneIsRefusedWithTheReason) {
     EXPECT_NE(std::string(error.what()).find("line 2: summary() of lm prints no log-likelihood"), std::string::npos)
         << error.what();
   }
+}
+
+// The inverse Gaussian family, like the Gamma, has a dispersion that R's AIC
+// counts: K, and so logLik = K - AIC/2, as R's logLik() and nobs() give them
+// (inverse-gaussian.expected, written beside the output by make-samples.sh).
+TEST(ROutput, InverseGaussianDispersionIsCounted) {
+  const std::string text = testing_support::SampleText("r/inverse-gaussian.log");
+  ASSERT_TRUE(LooksLikeROutput(text));
+  Diagnostics strict(true);  // nothing here is in doubt
+  testing::ExpectRecords(ReadROutput(text, "r/inverse-gaussian.log", strict), "r/inverse-gaussian.expected", "R");
+}
+
+// An lme4 summary cut off right after "Random effects:" has no table to
+// count; its header was read from past the end of the lines (the sanitizer
+// run sees it).
+TEST(ROutput, RandomEffectsHeadingAtTheEndIsNoTable) {
+  Diagnostics diagnostics;
+  const auto records = ReadROutput("Linear mixed model fit by REML\nREML criterion at convergence: 100\nRandom effects:",
+                                   "cut.txt", diagnostics);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_EQ(records[0].k, 0);
+  EXPECT_EQ(records[0].logLik, -50);
 }
 
 }  // namespace
