@@ -62,6 +62,11 @@ void ListAndRank(const std::vector<FitRecord>& records, std::size_t size) {
   Diagnostics diagnostics;
   const CandidateTable table = CandidatesFromFits(records, options, diagnostics);
   FUZZ_CHECK(table.models.size() == records.size());
+  // What ranks is held to what a table's row is.
+  for (const Candidate& c : table.models) {
+    FUZZ_CHECK(std::isfinite(c.value));
+    FUZZ_CHECK(!(c.k < 0));
+  }
   const auto ranked = Rank(table, {0.95, false});
   for (const RankedSet& set : ranked) {
     double sum = 0;

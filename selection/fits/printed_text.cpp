@@ -1,7 +1,9 @@
 #include "selection/fits/printed_text.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 #include "base/number_text.hpp"
@@ -91,13 +93,20 @@ std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent) 
   // How finely it was printed: the last digit before any exponent.
   const std::size_t exponentAt = word.find_first_of("eE");
   const std::string_view mantissa = word.substr(0, exponentAt);
-  int exponent = 0;
+  // Beyond a few hundred either way a power of ten is 0 or infinite: an
+  // exponent of any length stays in that range, and no sum of it overflows.
+  constexpr std::int64_t kFarthest = 400;
+  std::int64_t exponent = 0;
   if (exponentAt != std::string_view::npos) {
-    std::from_chars(word.data() + exponentAt + 1 + (word[exponentAt + 1] == '+'), word.data() + word.size(), exponent);
+    const char* digits = word.data() + exponentAt + 1 + (word[exponentAt + 1] == '+');
+    if (std::from_chars(digits, word.data() + word.size(), exponent).ec == std::errc::result_out_of_range) {
+      exponent = word[exponentAt + 1] == '-' ? -kFarthest : kFarthest;
+    }
   }
   const std::size_t point = mantissa.find('.');
-  const int decimals = point == std::string_view::npos ? 0 : static_cast<int>(mantissa.size() - point - 1);
-  return Printed{value, 0.5 * PowerOfTen(exponent - decimals)};
+  const std::int64_t decimals = point == std::string_view::npos ? 0 : static_cast<std::int64_t>(mantissa.size() - point - 1);
+  const auto scale = static_cast<int>(std::clamp(exponent - decimals, -kFarthest, kFarthest));
+  return Printed{value, 0.5 * PowerOfTen(scale)};
 }
 
 std::optional<Printed> NumberAfter(std::string_view line, std::string_view label, bool fortranExponent) {
