@@ -84,6 +84,9 @@ appstreamcli validate-tree --pedantic --no-net "$tree" | sed 's/^/appstream tree
 desktop-file-validate "$tree/usr/share/applications/drav.desktop" || fail "the desktop entry does not validate"
 grep -q '^MimeType=' "$tree/usr/share/applications/drav.desktop" && fail "the desktop entry claims a file type"
 [ -e "$tree/usr/share/mime" ] && fail "the package redefines MIME types"
+# The completion where bash-completion loads it, and bash reads it.
+completion="$tree/usr/share/bash-completion/completions/drav-report"
+bash -n "$completion" 2>/dev/null || fail "no bash completion of drav-report that bash reads"
 for page in drav drav-report; do
   zcat "$tree/usr/share/man/man1/$page.1.gz" | mandoc -Tlint || fail "the manual page $page.1 has lint"
 done
