@@ -30,6 +30,8 @@ packages=(
   # the samples are made with them (tests/golden/fits/make-samples.sh) and
   # checked against R's AIC() of the same fits
   r-cran-lme4 r-cran-lavaan r-cran-knitr python3-statsmodels
+  # and the outputs as researchers print them (make-real-outputs.sh)
+  r-cran-lmertest r-cran-nlme r-cran-glmmtmb r-cran-pscl r-cran-aer r-cran-survival r-cran-ordinal
   texlive-latex-base texlive-latex-recommended lmodern
 )
 
