@@ -51,6 +51,17 @@ f4 <- lmer(Reaction ~ Days + (1 | Subject) + (0 + Days | Subject), sleepstudy)
 print(f4)
 R
 Rscript --vanilla reml.R >"$out/r/lme4-reml.txt" 2>&1
+# Three ML fits of one data set, as a paper would rank them.
+cat >sleepstudy.R <<'R'
+suppressMessages(library(lme4))
+f1 <- lmer(Reaction ~ Days + (1 | Subject), sleepstudy, REML = FALSE)
+f2 <- lmer(Reaction ~ Days + (Days | Subject), sleepstudy, REML = FALSE)
+f3 <- lmer(Reaction ~ Days + (1 | Subject) + (0 + Days | Subject), sleepstudy, REML = FALSE)
+summary(f1)
+summary(f2)
+summary(f3)
+R
+Rscript --vanilla sleepstudy.R >"$out/r/sleepstudy-ml.txt" 2>&1
 # Newer lme4 heads the -2 log-likelihood "-2*log(L)" where 1.1-31 writes
 # "deviance"; the same output with the newer heading.
 sed 's/  logLik deviance df.resid/  logLik -2*log(L) df.resid/' "$out/r/lme4-ml.txt" >"$out/r/lme4-newer-heading.txt"
