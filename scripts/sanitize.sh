@@ -20,7 +20,7 @@ ctest --test-dir build-asan --output-on-failure --parallel "$(nproc)"
 # ThreadSanitizer, which cannot run beside ASan.
 cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DDRAV_SANITIZE=thread -DDRAV_BUILD_GUI=OFF \
   -DDRAV_BUILD_BENCH=OFF -DDRAV_WERROR=ON >/dev/null
-cmake --build build-tsan --parallel "$(nproc)" --target test_delimited_reader test_shared_reading test_two_halves test_writers test_term_averaging
+cmake --build build-tsan --parallel "$(nproc)" --target test_delimited_reader test_shared_reading test_bucket_sort test_writers test_term_averaging
 export TSAN_OPTIONS=halt_on_error=1
-for test in test_delimited_reader test_shared_reading test_two_halves test_writers test_term_averaging; do ./build-tsan/tests/$test >/dev/null; done
+for test in test_delimited_reader test_shared_reading test_bucket_sort test_writers test_term_averaging; do ./build-tsan/tests/$test >/dev/null; done
 echo "ThreadSanitizer: the selection library's threaded tests passed"

@@ -24,7 +24,7 @@ std::vector<Criterion> Numbered(const std::vector<double>& values) {
   return items;
 }
 
-TEST(TwoHalves, SortByKeyOrdersAsStdSort) {
+TEST(BucketSort, SortByKeyOrdersAsStdSort) {
   constexpr std::size_t kMany = 3 * kWorthSplitting + 17;
   std::mt19937_64 random(5);
   std::uniform_real_distribution<double> aic(1900, 2300);
@@ -69,7 +69,7 @@ TEST(TwoHalves, SortByKeyOrdersAsStdSort) {
   EXPECT_EQ(hashes, expected);
 }
 
-TEST(TwoHalves, OrderByIndexAsASortByIndex) {
+TEST(BucketSort, OrderByIndexAsASortByIndex) {
   struct Item {
     std::size_t index = 0;
     int payload = 0;
