@@ -96,10 +96,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Each reader on its own, claimed or not: none may fail otherwise than
   // by refusing.
   for (const OutputReader& reader : OutputReaders()) {
-    reader.looksLike(text);
+    reader.LooksLike(text);
     try {
       Diagnostics diagnostics;
-      const std::vector<FitRecord> records = reader.read(text, source, diagnostics);
+      const std::vector<FitRecord> records = reader.Read(text, source, diagnostics);
       CheckRecords(records, source, lines);
       for (const FitRecord& r : records) FUZZ_CHECK(r.program == reader.program);
     } catch (const DataError&) {

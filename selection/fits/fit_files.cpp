@@ -10,7 +10,6 @@
 #include "base/runtime_exception.hpp"
 #include "selection/fits/output_readers.hpp"
 #include "selection/fits/printed_text.hpp"
-#include "selection/fits/spss_output.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -41,10 +40,11 @@ void ReadWhole(const std::string& path, std::string& text) {
     text.append(chunk, got);
     // No program prints a NUL byte: a device such as /dev/zero, or a
     // binary file, is refused at its first one, as a table is, before it
-    // fills the memory. An SPSS viewer file is read no further, and its
-    // reader says how to export the text.
+    // fills the memory. A binary file that is a program's own (SPSS's
+    // viewer file) is read no further, and its reader says how to export
+    // the text.
     if (const void* nul = std::memchr(chunk, '\0', got)) {
-      if (IsSpssViewerFile(text)) break;
+      if (IsProgramsBinaryFile(text)) break;
       const std::size_t at = text.size() - got + static_cast<std::size_t>(static_cast<const char*>(nul) - chunk);
       if (!standardInput) std::fclose(file);
       Refuse({.file = name, .line = LineAt(text, at), .text = "holds a NUL byte; this is not a text file"});

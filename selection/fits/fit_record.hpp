@@ -33,7 +33,7 @@ struct FitRecord {
   std::string model;             // the output's own title, or the file's name without extension
   std::string source;            // the file, as the user named it
   std::int64_t line = 0;         // where the model's output starts in it
-  std::string program;           // "R", "lavaan", "Mplus", "statsmodels", "MARK", "Stata", "SAS", "SPSS"
+  std::string program;           // as the registry of readers (output_readers.cpp) names it
   double logLik = kUnknown;
   double k = kUnknown;           // every estimated parameter, as AIC counts them
   double n = kUnknown;

@@ -1,3 +1,5 @@
+// lavaan's summary(fit, fit.measures = TRUE), as releases 0.5 and 0.6
+// print it, one model or several in a file, each a record in file order.
 // lavaan prints the log-likelihood and the information criteria only with
 // fit.measures = TRUE. K is the number of free parameters less the
 // equality constraints among them, as lavaan's own AIC counts:
@@ -9,13 +11,10 @@
 // n is the observations used: the first of "Used  Total", the groups'
 // added up. A robust estimator (MLR) prints a second column, which repeats
 // the same ordinary log-likelihood: the first is read.
-#include "selection/fits/fit_refusal.hpp"
-#include "selection/fits/lavaan_output.hpp"
-
 #include <cctype>
 #include <cmath>
 
-#include "base/errors.hpp"
+#include "selection/fits/program_output.hpp"
 #include "selection/fits/r_transcript.hpp"
 
 namespace drav::selection::fits {
@@ -51,8 +50,6 @@ double GroupObservations(const std::vector<TranscriptLine>& lines, std::size_t& 
   return sum;
 }
 
-}  // namespace
-
 bool LooksLikeLavaanOutput(std::string_view text) {
   for (std::size_t at = text.find("lavaan "); at != std::string_view::npos; at = text.find("lavaan ", at + 1)) {
     const std::size_t end = text.find('\n', at);
@@ -61,102 +58,108 @@ bool LooksLikeLavaanOutput(std::string_view text) {
   return false;
 }
 
-std::vector<FitRecord> ReadLavaanOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
-  const std::vector<TranscriptLine> lines = ReadTranscript(text);
-  std::vector<FitRecord> records;
-  std::vector<std::string> objects;
+// What a summary prints around its model's numbers, wanted once it ends.
+struct Summary {
   std::string estimator;
   double parameters = kUnknown;
   double constraints = 0;
-  bool normal = true;
+  bool normal = true;      // the fit ended normally
   bool estimates = false;  // the parameter table is printed
   bool means = false;      // and holds intercepts
-  const auto finish = [&] {
-    if (records.empty()) return;
-    FitRecord& r = records.back();
-    if (!normal) {
-      r.kind = LikelihoodKind::None;
-      r.warnings.push_back("lavaan says the fit did not end normally; its estimates and likelihood are not to be trusted");
-    } else if (!Likelihood(estimator)) {
-      r.kind = LikelihoodKind::None;
-      r.warnings.push_back("the " + estimator + " estimator fits no likelihood, so the model has no AIC; refit with "
-                           "estimator = \"ML\" or \"MLR\" to rank it");
-    } else if (std::isnan(r.logLik)) {
-      r.kind = LikelihoodKind::None;
-      r.warnings.push_back("summary() printed without fit.measures = TRUE shows no log-likelihood");
-    }
-    if (estimates && !means && r.kind != LikelihoodKind::None) {
-      r.counting = "lavaan without a mean structure leaves the observed variables' means out of K, which Mplus "
-                   "counts; the log-likelihood is the same";
-    }
-    if (!std::isnan(parameters)) {
-      r.k = parameters - constraints;
-      AddStep(r.derivation, "K = " + Shown(parameters) + " free parameters" +
-                                (constraints > 0 ? " - " + Shown(constraints) + " equality constraints" : ""));
-    }
-    for (const std::string& warning : r.warnings) diagnostics.Warn(warning, source, r.line);
-  };
+};
+
+// Every line this reader wants starts with a capital, or with "lavaan";
+// the parameter tables, most of a summary, need no look.
+bool Wanted(std::string_view line) {
+  const std::string_view trimmed = Trimmed(line);
+  return !trimmed.empty() && (trimmed[0] == 'l' || std::isupper(static_cast<unsigned char>(trimmed[0])));
+}
+
+// One line of a summary, into its record or into what is known of the
+// summary; `i` moves past the groups' lines that follow their heading.
+void TakeLine(const std::vector<TranscriptLine>& lines, std::size_t& i, FitRecord& r, Summary& summary) {
+  const std::string_view line = lines[i].text;
+  if (line.starts_with("Parameter Estimates:") || line.starts_with("Parameter estimates:")) {
+    summary.estimates = true;
+  } else if (line.starts_with("Intercepts:")) {
+    summary.means = true;
+  } else if (StartsWithWord(line, "Estimator") && summary.estimator.empty()) {
+    const auto words = Words(line);
+    if (words.size() > 1) summary.estimator = std::string(words[1]);
+  } else if (const auto p = NumberAfter(line, "Number of model parameters")) {
+    summary.parameters = p->value;
+  } else if (const auto f = NumberAfter(line, "Number of free parameters")) {
+    summary.parameters = f->value;
+  } else if (const auto c = NumberAfter(line, "Number of equality constraints")) {
+    summary.constraints = c->value;
+  } else if (StartsWithWord(line, "Number of observations per group")) {
+    r.n = GroupObservations(lines, i);
+    r.derivation = "n = the observations used in every group, added up";
+  } else if (const auto n = NumberAfter(line, "Number of observations")) {
+    r.n = n->value;
+  } else if (const auto ll = NumberAfter(line, "Loglikelihood user model (H0)")) {
+    r.logLik = ll->value;
+    r.logLikHalfUnit = ll->halfUnit;
+  } else if (const auto aic = NumberAfter(line, "Akaike (AIC)")) {
+    r.aic = aic->value;
+  } else if (const auto bic = NumberAfter(line, "Bayesian (BIC)")) {
+    r.bic = bic->value;
+  }
+}
+
+// A summary read to its end: whether its model can be ranked, and K as
+// lavaan's own AIC counts it.
+void Finish(FitRecord& r, const Summary& summary, ProgramOutput& output) {
+  if (!summary.normal) {
+    r.kind = LikelihoodKind::None;
+    output.Flag(r, "lavaan says the fit did not end normally; its estimates and likelihood are not to be trusted",
+                r.line);
+  } else if (!Likelihood(summary.estimator)) {
+    r.kind = LikelihoodKind::None;
+    output.Flag(r, "the " + summary.estimator + " estimator fits no likelihood, so the model has no AIC; refit with "
+                   "estimator = \"ML\" or \"MLR\" to rank it", r.line);
+  } else if (std::isnan(r.logLik)) {
+    r.kind = LikelihoodKind::None;
+    output.Flag(r, "summary() printed without fit.measures = TRUE shows no log-likelihood", r.line);
+  }
+  if (summary.estimates && !summary.means && r.kind != LikelihoodKind::None) {
+    r.counting = "lavaan without a mean structure leaves the observed variables' means out of K, which Mplus "
+                 "counts; the log-likelihood is the same";
+  }
+  if (!std::isnan(summary.parameters)) {
+    r.k = summary.parameters - summary.constraints;
+    AddStep(r.derivation, "K = " + Shown(summary.parameters) + " free parameters" +
+                              (summary.constraints > 0 ? " - " + Shown(summary.constraints) + " equality constraints"
+                                                       : ""));
+  }
+}
+
+std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& output) {
+  const std::vector<TranscriptLine> lines = ReadTranscript(text);
+  std::vector<FitRecord> records;
+  Summary summary;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (lines[i].command) continue;
-    const std::string_view line = lines[i].text;
-    // Every line this reader wants starts with a capital, or with "lavaan";
-    // the parameter tables, most of a summary, need no look.
-    const std::string_view trimmed = Trimmed(line);
-    if (trimmed.empty() || (trimmed[0] != 'l' && !std::isupper(static_cast<unsigned char>(trimmed[0])))) continue;
-    if (StartsSummary(line)) {
-      finish();
-      FitRecord r;
-      r.source = source;
-      r.program.assign("lavaan");
-      r.line = lines[i].number;
-      records.push_back(std::move(r));
-      objects.push_back(PrintedObject(CommandBefore(lines, i)));
-      estimator.clear();
-      parameters = kUnknown;
-      constraints = 0;
-      estimates = means = false;
-      normal = line.find("NOT") == std::string_view::npos;
-      continue;
-    }
-    if (records.empty()) continue;
-    FitRecord& r = records.back();
-    if (line.starts_with("Parameter Estimates:") || line.starts_with("Parameter estimates:")) {
-      estimates = true;
-    } else if (line.starts_with("Intercepts:")) {
-      means = true;
-    } else if (StartsWithWord(line, "Estimator") && estimator.empty()) {
-      const auto words = Words(line);
-      if (words.size() > 1) estimator = std::string(words[1]);
-    } else if (const auto p = NumberAfter(line, "Number of model parameters")) {
-      parameters = p->value;
-    } else if (const auto f = NumberAfter(line, "Number of free parameters")) {
-      parameters = f->value;
-    } else if (const auto c = NumberAfter(line, "Number of equality constraints")) {
-      constraints = c->value;
-    } else if (StartsWithWord(line, "Number of observations per group")) {
-      r.n = GroupObservations(lines, i);
-      r.derivation = "n = the observations used in every group, added up";
-    } else if (const auto n = NumberAfter(line, "Number of observations")) {
-      r.n = n->value;
-    } else if (const auto ll = NumberAfter(line, "Loglikelihood user model (H0)")) {
-      r.logLik = ll->value;
-      r.logLikHalfUnit = ll->halfUnit;
-    } else if (const auto aic = NumberAfter(line, "Akaike (AIC)")) {
-      r.aic = aic->value;
-    } else if (const auto bic = NumberAfter(line, "Bayesian (BIC)")) {
-      r.bic = bic->value;
+    if (lines[i].command || !Wanted(lines[i].text)) continue;
+    if (StartsSummary(lines[i].text)) {
+      if (!records.empty()) Finish(records.back(), summary, output);
+      records.push_back(output.Model(lines[i].number));
+      records.back().model = PrintedObject(CommandBefore(lines, i));
+      summary = Summary{};
+      summary.normal = lines[i].text.find("NOT") == std::string_view::npos;
+    } else if (!records.empty()) {
+      TakeLine(lines, i, records.back(), summary);
     }
   }
-  finish();
-  if (records.empty()) Refuse(source, 0, "lavaan output, but no summary() in it");
+  if (records.empty()) output.Refuse(0, "lavaan output, but no summary() in it");
+  Finish(records.back(), summary, output);
   // Named by the object printed where the transcript shows it; else by the
   // file, numbered where it holds more than one.
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    records[i].model = !objects[i].empty()     ? objects[i]
-                       : records.size() == 1 ? FileStem(source)
-                                             : FileStem(source) + " (" + std::to_string(i + 1) + ")";
-  }
+  output.NameUnnamed(records, Numbering::ByPlace);
   return records;
 }
+
+}  // namespace
+
+extern const ProgramReader kLavaanReader{.looksLike = LooksLikeLavaanOutput, .read = ReadLavaanOutput};
 
 }  // namespace drav::selection::fits

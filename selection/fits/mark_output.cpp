@@ -1,11 +1,17 @@
-#include "selection/fits/mark_output.hpp"
-
+// Program MARK's output (the text file a run writes, as the results browser
+// shows it): one record for every model it estimated. MARK prints -2logL
+// without the multinomial constants, so it may be negative and ranks only
+// beside other MARK fits of the same encounter histories; K is the count of
+// parameters MARK found estimable, n its effective sample size. An aborted
+// run is refused ("FILE:LINE: why"): an error MARK printed inside a model, a
+// model it began and never finished, or output that ends before MARK's
+// closing "proc stop".
 #include <cmath>
 #include <cstdio>
 #include <optional>
 
-#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/program_output.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -44,7 +50,7 @@ struct Model {
 
 class MarkReader {
  public:
-  MarkReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+  explicit MarkReader(ProgramOutput& output) : output_(output) {}
 
   std::vector<FitRecord> Read(std::string_view text) {
     const auto lines = SplitLines(text);
@@ -53,21 +59,20 @@ class MarkReader {
     for (const auto& line : lines) {
       const std::string_view trimmed = Trimmed(line.text);
       if (trimmed.starts_with("* * ERROR") || trimmed.starts_with("ERROR")) {
-        Refuse(source_, line.number,
-               "MARK printed an error: '" + std::string(trimmed) + "'; a run that stopped on an error is not ranked");
+        output_.Refuse(line.number, "MARK printed an error: '" + std::string(trimmed) +
+                                        "'; a run that stopped on an error is not ranked");
       }
     }
     for (const auto& line : lines) Take(line);
     if (current_) Finish();
     if (sawInput_ && !sawStop_) {
-      Refuse(source_, lines.empty() ? 0 : lines.back().number,
-             "the output ends before MARK's closing 'proc stop': the run was aborted or the file cut short, "
-             "so its last model may be missing or unfinished");
+      output_.Refuse(lines.empty() ? 0 : lines.back().number,
+                     "the output ends before MARK's closing 'proc stop': the run was aborted or the file cut short, "
+                     "so its last model may be missing or unfinished");
     }
     for (const auto& [line, name] : declared_) {
-      Refuse(source_, line,
-             "MARK began model {" + name + "} and never printed its -2logL: the run was aborted before the model "
-             "was estimated");
+      output_.Refuse(line, "MARK began model {" + name + "} and never printed its -2logL: the run was aborted before "
+                           "the model was estimated");
     }
     return std::move(records_);
   }
@@ -84,7 +89,7 @@ class MarkReader {
       return;
     }
     if (line.starts_with("* * WARNING")) {
-      diagnostics_.Note("MARK says: " + std::string(line), source_, printed.number);
+      output_.Note("MARK says: " + std::string(line), printed.number);
       return;
     }
     // What follows is keyed by a model in braces, but for the rows of
@@ -160,18 +165,15 @@ class MarkReader {
     current_.reset();
     lastEnd_ = model.m2llLine;
     const std::string label = "model {" + model.name + "}: ";
-    if (!model.m2ll) Refuse(source_, model.m2llLine, label + "-2logL is not a number");
+    if (!model.m2ll) output_.Refuse(model.m2llLine, label + "-2logL is not a number");
     if (!model.k) {
-      Refuse(source_, model.m2llLine,
-             label + "MARK never printed its 'Number of Estimated Parameters': the run was aborted before the "
-                     "model was finished");
+      output_.Refuse(model.m2llLine,
+                     label + "MARK never printed its 'Number of Estimated Parameters': the run was aborted before the "
+                             "model was finished");
     }
     const double k = model.k->value;
-    FitRecord record;
+    FitRecord record = output_.Model(model.line);
     record.model = model.name;
-    record.source = source_;
-    record.line = model.line;
-    record.program = "MARK";
     record.logLik = -model.m2ll->value / 2;
     record.logLikHalfUnit = model.m2ll->halfUnit / 2;
     record.k = k;
@@ -186,14 +188,15 @@ class MarkReader {
                         std::to_string(model.betas) + " in the design";
     }
     if (std::isnan(model.n)) {
-      Amiss(record, label, "no 'Effective Sample Size' before it: n is unknown and AICc cannot be had", model.line);
+      output_.Flag(record, "no 'Effective Sample Size' before it: n is unknown and AICc cannot be had", model.line,
+                   label);
     } else if (model.aicc && model.n > k + 1) {
       const double expected = model.m2ll->value + 2 * k + 2 * k * (k + 1) / (model.n - k - 1);
       if (std::fabs(expected - model.aicc->value) > model.aicc->halfUnit + model.m2ll->halfUnit + 1e-9) {
-        Amiss(record, label,
-              "the printed AICc " + Number(model.aicc->value) + " is not -2logL + 2K + 2K(K+1)/(n-K-1) = " +
-                  Number(expected) + " with K = " + Count(k) + " and n = " + Count(model.n),
-              model.m2llLine);
+        output_.Flag(record,
+                     "the printed AICc " + Number(model.aicc->value) + " is not -2logL + 2K + 2K(K+1)/(n-K-1) = " +
+                         Number(expected) + " with K = " + Count(k) + " and n = " + Count(model.n),
+                     model.m2llLine, label);
       }
     }
     records_.push_back(std::move(record));
@@ -204,27 +207,20 @@ class MarkReader {
   void CheckCounts(const Model& model, const std::string& label, FitRecord& record) {
     const double k = model.k->value;
     if (model.gapCount && model.thresholdCount && *model.gapCount != *model.thresholdCount) {
-      Amiss(record, label,
-            "MARK's two counts of estimable parameters disagree (gap method " + Count(*model.gapCount) +
-                ", threshold method " + Count(*model.thresholdCount) + "); it used K = " + Count(k) +
-                ". See which parameters are confounded before ranking it",
-            model.m2llLine);
+      output_.Flag(record,
+                   "MARK's two counts of estimable parameters disagree (gap method " + Count(*model.gapCount) +
+                       ", threshold method " + Count(*model.thresholdCount) + "); it used K = " + Count(k) +
+                       ". See which parameters are confounded before ranking it",
+                   model.m2llLine, label);
     }
     if (model.betas > k) {
-      Amiss(record, label,
-            "MARK counted K = " + Count(k) + " estimable parameters of the " + std::to_string(model.betas) +
-                " in the design; its AIC uses " + Count(k) +
-                ". Where a parameter sits at a boundary rather than being confounded, K should be " +
-                std::to_string(model.betas),
-            model.m2llLine);
+      output_.Flag(record,
+                   "MARK counted K = " + Count(k) + " estimable parameters of the " + std::to_string(model.betas) +
+                       " in the design; its AIC uses " + Count(k) +
+                       ". Where a parameter sits at a boundary rather than being confounded, K should be " +
+                       std::to_string(model.betas),
+                   model.m2llLine, label);
     }
-  }
-
-  // What is amiss goes into the model's warnings column and, naming the
-  // model, to the diagnostics.
-  void Amiss(FitRecord& record, const std::string& label, std::string text, std::int64_t line) {
-    diagnostics_.Warn(label + text, source_, line);
-    record.warnings.push_back(std::move(text));
   }
 
   // As read, not cast to an integer: a count in a damaged output may lie
@@ -237,8 +233,7 @@ class MarkReader {
     return text;
   }
 
-  const std::string& source_;
-  Diagnostics& diagnostics_;
+  ProgramOutput& output_;
   std::vector<FitRecord> records_;
   std::optional<Model> current_;
   std::vector<std::pair<std::int64_t, std::string>> declared_;
@@ -250,12 +245,10 @@ class MarkReader {
   bool sawStop_ = false;
 };
 
-}  // namespace
-
 bool LooksLikeMarkOutput(std::string_view text) {
   // MARK's own marks, each at the start of a line after blanks; outputs of
   // other programs quoting them in the middle of a line are not MARK's.
-  const std::string_view head = text.substr(0, 1 << 20);
+  const std::string_view head = Opening(text, 1 << 20);
   for (const std::string_view mark : {std::string_view("-2logL {"), std::string_view("INPUT --- proc estimate")}) {
     for (std::size_t at = head.find(mark); at != std::string_view::npos; at = head.find(mark, at + 1)) {
       std::size_t before = at;
@@ -266,8 +259,12 @@ bool LooksLikeMarkOutput(std::string_view text) {
   return false;
 }
 
-std::vector<FitRecord> ReadMarkOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
-  return MarkReader(source, diagnostics).Read(text);
+std::vector<FitRecord> ReadMarkOutput(std::string_view text, ProgramOutput& output) {
+  return MarkReader(output).Read(text);
 }
+
+}  // namespace
+
+extern const ProgramReader kMarkReader{.looksLike = LooksLikeMarkOutput, .read = ReadMarkOutput};
 
 }  // namespace drav::selection::fits

@@ -1,5 +1,6 @@
-// What one Mplus run prints that a ranking needs, read only where it
-// belongs to the model fitted:
+// Mplus's .out files: one run a file, or several runs one after another,
+// each a record named by its TITLE. What one run prints that a ranking
+// needs is read only where it belongs to the model fitted:
 //   n      "Number of observations" (or "Total sample size" of several
 //          groups) in SUMMARY OF ANALYSIS;
 //   K      "Number of Free Parameters" in MODEL FIT INFORMATION;
@@ -9,14 +10,11 @@
 // TECH11 and TECH14 print an "H0 Loglikelihood Value" of the model with
 // one class fewer, and the random starts list other local maxima: neither
 // section is read. Large numbers come with Fortran's D exponent.
-#include "selection/fits/mplus_output.hpp"
-
 #include <cctype>
 #include <cmath>
 
-#include "base/errors.hpp"
-#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/program_output.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -55,12 +53,8 @@ std::string Message(const std::vector<TextLine>& lines, std::size_t i) {
   return text;
 }
 
-FitRecord ReadRun(const std::vector<TextLine>& lines, std::size_t begin, std::size_t end, const std::string& source,
-                  Diagnostics& diagnostics) {
-  FitRecord r;
-  r.source = source;
-  r.program.assign("Mplus");
-  r.line = lines[begin].number;
+FitRecord ReadRun(const std::vector<TextLine>& lines, std::size_t begin, std::size_t end, ProgramOutput& output) {
+  FitRecord r = output.Model(lines[begin].number);
   std::string section;
   std::string estimator;
   std::string failure;
@@ -81,8 +75,8 @@ FitRecord ReadRun(const std::vector<TextLine>& lines, std::size_t begin, std::si
       if (failure.empty()) failure = Message(lines, i);
     } else if (trimmed.find("BEST LOGLIKELIHOOD VALUE WAS NOT REPLICATED") != std::string_view::npos ||
                trimmed.find("BEST LOGLIKELIHOOD VALUE HAS NOT BEEN REPLICATED") != std::string_view::npos) {
-      r.warnings.push_back("Mplus: the best log-likelihood was not replicated; the solution may be a local maximum "
-                           "(more random starts)");
+      output.Flag(r, "Mplus: the best log-likelihood was not replicated; the solution may be a local maximum "
+                     "(more random starts)", r.line);
     }
     if (section == "SUMMARY OF ANALYSIS") {
       if (const auto n = NumberAfter(line, "Number of observations")) r.n = n->value;
@@ -104,41 +98,39 @@ FitRecord ReadRun(const std::vector<TextLine>& lines, std::size_t begin, std::si
       if (const auto bic = NumberAfter(line, "Bayesian (BIC)", true)) r.bic = bic->value;
     }
   }
-  r.model = title.empty() ? FileStem(source) : title;
+  r.model = title;
   if (!failure.empty()) {
     r.kind = LikelihoodKind::None;
-    r.warnings.push_back("Mplus: " + failure);
+    output.Flag(r, "Mplus: " + failure, r.line);
   } else if (!Maximises(Upper(estimator))) {
     r.kind = LikelihoodKind::None;
-    r.warnings.push_back("the " + estimator + " estimator gives no maximised likelihood, so the model has no AIC; "
-                         "ESTIMATOR = ML or MLR gives one");
+    output.Flag(r, "the " + estimator + " estimator gives no maximised likelihood, so the model has no AIC; "
+                   "ESTIMATOR = ML or MLR gives one", r.line);
     r.logLik = kUnknown;
   } else if (averaged) {
     r.kind = LikelihoodKind::None;
-    r.warnings.push_back("the H0 value is averaged over imputed data sets, no one fit's likelihood");
+    output.Flag(r, "the H0 value is averaged over imputed data sets, no one fit's likelihood", r.line);
   } else if (std::isnan(r.logLik)) {
     r.kind = LikelihoodKind::None;
-    r.warnings.push_back("MODEL FIT INFORMATION holds no H0 log-likelihood");
+    output.Flag(r, "MODEL FIT INFORMATION holds no H0 log-likelihood", r.line);
   }
   r.derivation = "K = Number of Free Parameters; n from SUMMARY OF ANALYSIS; logLik = H0 Value";
   if (!std::isnan(scaling)) {
     r.derivation += " (unscaled; its " + estimator + " scaling correction factor " + Shown(scaling) +
                     " serves difference tests, not AIC)";
   }
-  for (const std::string& warning : r.warnings) diagnostics.Warn(warning, source, r.line);
   return r;
 }
 
-}  // namespace
-
 bool LooksLikeMplusOutput(std::string_view text) {
-  const std::string_view start = text.substr(0, 4096);
+  // The banner heads the file; the section headings may lie anywhere.
+  const std::string_view start = Opening(text, 4096);
   return start.find("Mplus VERSION") != std::string_view::npos ||
          (text.find("MODEL FIT INFORMATION") != std::string_view::npos &&
           text.find("SUMMARY OF ANALYSIS") != std::string_view::npos);
 }
 
-std::vector<FitRecord> ReadMplusOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+std::vector<FitRecord> ReadMplusOutput(std::string_view text, ProgramOutput& output) {
   const std::vector<TextLine> lines = SplitLines(text);
   std::vector<std::size_t> starts;
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -146,14 +138,19 @@ std::vector<FitRecord> ReadMplusOutput(std::string_view text, const std::string&
   }
   // An output without the banner is one run; an empty one is none, and
   // has no line for a run to start on.
-  if (lines.empty()) Refuse(source, 0, "empty; no Mplus run in it");
+  if (lines.empty()) output.Refuse(0, "empty; no Mplus run in it");
   if (starts.empty()) starts.push_back(0);
   std::vector<FitRecord> records;
   for (std::size_t s = 0; s < starts.size(); ++s) {
     const std::size_t end = s + 1 < starts.size() ? starts[s + 1] : lines.size();
-    records.push_back(ReadRun(lines, starts[s], end, source, diagnostics));
+    records.push_back(ReadRun(lines, starts[s], end, output));
   }
+  output.NameUnnamed(records, Numbering::None);
   return records;
 }
+
+}  // namespace
+
+extern const ProgramReader kMplusReader{.looksLike = LooksLikeMplusOutput, .read = ReadMplusOutput};
 
 }  // namespace drav::selection::fits

@@ -1,19 +1,29 @@
 #include "selection/fits/output_readers.hpp"
 
+#include <stdexcept>
+
 #include "base/errors.hpp"
 #include "selection/fits/fit_refusal.hpp"
-#include "selection/fits/lavaan_output.hpp"
-#include "selection/fits/mark_output.hpp"
-#include "selection/fits/mplus_output.hpp"
 #include "selection/fits/notebook_text.hpp"
 #include "selection/fits/printed_text.hpp"
-#include "selection/fits/r_output.hpp"
-#include "selection/fits/sas_output.hpp"
-#include "selection/fits/spss_output.hpp"
-#include "selection/fits/stata_output.hpp"
-#include "selection/fits/statsmodels_output.hpp"
 
 namespace drav::selection::fits {
+
+// Each defined in its reader's own file.
+extern const ProgramReader kMplusReader;
+extern const ProgramReader kLavaanReader;
+extern const ProgramReader kStatsmodelsReader;
+extern const ProgramReader kMarkReader;
+extern const ProgramReader kStataReader;
+extern const ProgramReader kSasReader;
+extern const ProgramReader kSpssReader;
+extern const ProgramReader kRReader;
+
+std::vector<FitRecord> OutputReader::Read(std::string_view text, const std::string& source,
+                                          Diagnostics& diagnostics) const {
+  ProgramOutput output(program, source, diagnostics);
+  return reading.read(text, output);
+}
 
 const std::vector<OutputReader>& OutputReaders() {
   // Most particular first: lavaan's and Mplus's outputs are printed in or
@@ -24,22 +34,36 @@ const std::vector<OutputReader>& OutputReaders() {
   // criteria labels); none of them is printed inside an R session, so they
   // follow the three that may be, and precede R.
   static const std::vector<OutputReader> readers = {
-      {"Mplus", LooksLikeMplusOutput, ReadMplusOutput},
-      {"lavaan", LooksLikeLavaanOutput, ReadLavaanOutput},
-      {"statsmodels", LooksLikeStatsmodelsOutput, ReadStatsmodelsOutput},
-      {"MARK", LooksLikeMarkOutput, ReadMarkOutput},
-      {"Stata", LooksLikeStataOutput, ReadStataOutput},
-      {"SAS", LooksLikeSasOutput, ReadSasOutput},
-      {"SPSS", LooksLikeSpssOutput, ReadSpssOutput},
-      {"R", LooksLikeROutput, ReadROutput},
+      {"Mplus", kMplusReader},
+      {"lavaan", kLavaanReader},
+      {"statsmodels", kStatsmodelsReader},
+      {"MARK", kMarkReader},
+      {"Stata", kStataReader},
+      {"SAS", kSasReader},
+      {"SPSS", kSpssReader},
+      {"R", kRReader},
   };
   return readers;
+}
+
+const OutputReader& ReaderOf(std::string_view program) {
+  for (const OutputReader& reader : OutputReaders()) {
+    if (reader.program == program) return reader;
+  }
+  throw std::out_of_range("no reader of " + std::string(program) + "'s output");
 }
 
 std::string KnownPrograms() {
   std::string names;
   for (const OutputReader& reader : OutputReaders()) names.append(names.empty() ? "" : ", ").append(reader.program);
   return names;
+}
+
+bool IsProgramsBinaryFile(std::string_view start) {
+  for (const OutputReader& reader : OutputReaders()) {
+    if (reader.reading.ownsBinary && reader.reading.ownsBinary(start)) return true;
+  }
+  return false;
 }
 
 std::vector<FitRecord> ReadProgramOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
@@ -53,8 +77,8 @@ std::vector<FitRecord> ReadProgramOutput(std::string_view text, const std::strin
     where += " (cell outputs)";
   }
   for (const OutputReader& reader : OutputReaders()) {
-    if (!reader.looksLike(text)) continue;
-    std::vector<FitRecord> records = reader.read(text, where, diagnostics);
+    if (!reader.LooksLike(text)) continue;
+    std::vector<FitRecord> records = reader.Read(text, where, diagnostics);
     for (FitRecord& r : records) {
       if (r.model == FileStem(where)) r.model = FileStem(source);
       r.source = source;

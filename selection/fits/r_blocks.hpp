@@ -7,38 +7,29 @@
 #include <string>
 #include <vector>
 
-#include "base/diagnostics.hpp"
 #include "selection/fits/fit_record.hpp"
+#include "selection/fits/program_output.hpp"
 #include "selection/fits/r_transcript.hpp"
 
 namespace drav::selection::fits {
 
 using Transcript = std::vector<TranscriptLine>;
 
-// A record of R's for the model whose output starts on `line`.
-FitRecord RRecord(const std::string& source, std::int64_t line);
-
-// "glm(formula = y ~ x, family = poisson, data = d)" spread over the lines
-// from `begin` until its brackets close, joined by single blanks.
-std::string JoinedCall(const Transcript& lines, std::size_t begin, std::size_t end);
-// The formula of a call: its first argument, without "formula = ".
-std::string FormulaOf(const std::string& call);
-
 // summary(glm): K and n from the coefficients and the residual degrees of
 // freedom, the log-likelihood from the AIC line. Nothing where the piece
 // holds no AIC line.
 std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t begin, std::size_t end,
-                                        const std::string& source, Diagnostics& diagnostics);
+                                        ProgramOutput& output);
 
 // summary() or print() of lmer/glmer: the AIC table (or the REML criterion),
 // n from "Number of obs", K from df.resid or, for REML, counted from the
 // random and fixed effects.
 std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
-                                          const std::string& source, Diagnostics& diagnostics);
+                                          ProgramOutput& output);
 
 // anova(m1, m2, ...): one record per row, named by its formula from the
 // "Models:" list; n is not printed.
 std::vector<FitRecord> ReadAnovaTable(const Transcript& lines, std::size_t begin, std::size_t end,
-                                      const std::string& source, Diagnostics& diagnostics);
+                                      ProgramOutput& output);
 
 }  // namespace drav::selection::fits

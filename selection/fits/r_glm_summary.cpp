@@ -17,21 +17,8 @@ bool HasDispersionParameter(std::string_view family) {
   return family == "gaussian" || family == "Gamma" || family == "inverse.gaussian";
 }
 
-}  // namespace
-
-constexpr std::string_view kProgram = "R";
-
-FitRecord RRecord(const std::string& source, std::int64_t line) {
-  FitRecord r;
-  r.source = source;
-  r.line = line;
-  // Swapped in: GCC 12 at -O3 warns falsely of overlapping copies when a
-  // short literal is assigned to a string member of a fresh record.
-  std::string program(kProgram);
-  r.program.swap(program);
-  return r;
-}
-
+// "glm(formula = y ~ x, family = poisson, data = d)" spread over the lines
+// from `begin` until its brackets close, joined by single blanks.
 std::string JoinedCall(const Transcript& lines, std::size_t begin, std::size_t end) {
   std::string call;
   int depth = 0;
@@ -45,6 +32,7 @@ std::string JoinedCall(const Transcript& lines, std::size_t begin, std::size_t e
   return call;
 }
 
+// The formula of a call: its first argument, without "formula = ".
 std::string FormulaOf(const std::string& call) {
   const std::size_t open = call.find('(');
   if (open == std::string::npos) return {};
@@ -61,13 +49,15 @@ std::string FormulaOf(const std::string& call) {
   return first.find('~') == std::string_view::npos ? std::string() : std::string(first);
 }
 
-std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t begin, std::size_t end,
-                                        const std::string& source, Diagnostics& diagnostics) {
-  FitRecord r = RRecord(source, lines[begin].number);
+// The formula of the call printed under "Call:", the piece's first line.
+std::string Formula(const Transcript& lines, std::size_t begin, std::size_t end) {
   std::size_t callAt = begin + 1;
   while (callAt < end && (lines[callAt].command || Trimmed(lines[callAt].text).empty())) ++callAt;
-  r.model = FormulaOf(JoinedCall(lines, callAt, end));
+  return FormulaOf(JoinedCall(lines, callAt, end));
+}
 
+// What a glm's summary prints that K, n and the log-likelihood are made of.
+struct GlmSummary {
   std::optional<Printed> aic, residualDf, twiceLogLik;
   std::string family;
   bool aicNA = false;
@@ -75,72 +65,101 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
   std::size_t rows = 0;
   std::size_t aliased = 0;
   std::string deleted;
+};
+
+// The header of the coefficient table at `at`, then one row per coefficient
+// until a blank line or the significance codes; returns the line after.
+std::size_t CountCoefficients(const Transcript& lines, std::size_t at, std::size_t end, GlmSummary& summary) {
+  std::size_t j = at + 2;
+  for (; j < end && !lines[j].command; ++j) {
+    const auto words = Words(lines[j].text);
+    if (words.empty() || words[0] == "---") break;
+    ++summary.rows;
+    if (words.size() > 1 && words[1] == "NA") ++summary.aliased;
+  }
+  return j;
+}
+
+GlmSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::size_t end) {
+  GlmSummary summary;
   for (std::size_t i = begin; i < end; ++i) {
     if (lines[i].command) continue;
     const std::string_view line = Trimmed(lines[i].text);
     if (line.starts_with("Coefficients:")) {
-      // The header of the table, then one row per coefficient until a
-      // blank line or the significance codes.
-      std::size_t j = i + 2;
-      for (; j < end && !lines[j].command; ++j) {
-        const auto words = Words(lines[j].text);
-        if (words.empty() || words[0] == "---") break;
-        ++rows;
-        if (words.size() > 1 && words[1] == "NA") ++aliased;
-      }
-      i = j;
+      i = CountCoefficients(lines, i, end, summary);
     } else if (line.starts_with("(Dispersion parameter for ")) {
       const std::string_view rest = line.substr(26);
-      family = std::string(rest.substr(0, rest.find(" family")));
+      summary.family = std::string(rest.substr(0, rest.find(" family")));
     } else if (line.starts_with("Residual deviance:")) {
       const auto words = Words(line);
       const auto on = std::find(words.begin(), words.end(), "on");
-      if (on != words.end() && on + 1 != words.end()) residualDf = ReadPrinted(*(on + 1));
+      if (on != words.end() && on + 1 != words.end()) summary.residualDf = ReadPrinted(*(on + 1));
     } else if (line.ends_with("deleted due to missingness)")) {
-      deleted = std::string(line.substr(1, line.size() - 2));
+      summary.deleted = std::string(line.substr(1, line.size() - 2));
     } else if (line.starts_with("AIC:")) {
-      aicNA = Trimmed(line.substr(4)) == "NA";
-      aic = NumberAfter(line, "AIC:");
+      summary.aicNA = Trimmed(line.substr(4)) == "NA";
+      summary.aic = NumberAfter(line, "AIC:");
     } else if (line.starts_with("Theta:")) {
-      theta = true;
+      summary.theta = true;
     } else if (const auto twice = NumberAfter(line, "2 x log-likelihood:")) {
-      twiceLogLik = twice;
+      summary.twiceLogLik = twice;
     }
   }
-  if (!aic && !aicNA) return std::nullopt;
-  const std::string where = "summary() of glm " + (r.model.empty() ? std::string() : "'" + r.model + "'") + ": ";
-  if (!residualDf || rows == 0) {
-    diagnostics.Warn(where + "it lacks its coefficients or residual degrees of freedom, so K and n are unknown", source,
-                     r.line);
-    return std::nullopt;
-  }
-  const double rank = static_cast<double>(rows - aliased);
-  const bool dispersion = HasDispersionParameter(family);
-  r.n = residualDf->value + rank;
-  r.k = rank + (dispersion ? 1 : 0) + (theta ? 1 : 0);
-  r.derivation = "n = residual df " + Shown(residualDf->value) + " + " + Shown(rank) + " coefficients";
-  if (!deleted.empty()) r.derivation += " (" + deleted + ")";
+  return summary;
+}
+
+// n and K from the coefficients that are not aliased, the residual degrees
+// of freedom and the family's further parameters.
+void CountParameters(const GlmSummary& summary, FitRecord& r) {
+  const double rank = static_cast<double>(summary.rows - summary.aliased);
+  const bool dispersion = HasDispersionParameter(summary.family);
+  r.n = summary.residualDf->value + rank;
+  r.k = rank + (dispersion ? 1 : 0) + (summary.theta ? 1 : 0);
+  r.derivation = "n = residual df " + Shown(summary.residualDf->value) + " + " + Shown(rank) + " coefficients";
+  if (!summary.deleted.empty()) r.derivation += " (" + summary.deleted + ")";
   r.derivation += "; K = " + Shown(rank) + " coefficients";
-  if (aliased > 0) r.derivation += " (" + Shown(double(aliased)) + " aliased, not counted)";
-  if (dispersion) r.derivation += " + 1 for the " + family + " dispersion";
-  if (theta) r.derivation += " + 1 for theta";
-  if (aicNA) {
-    r.kind = LikelihoodKind::None;
-    r.warnings.push_back("the " + (family.empty() ? std::string("quasi") : family) +
-                         " family has no likelihood (R prints AIC: NA), so it cannot be ranked by AIC");
-    diagnostics.Warn(where + r.warnings.back(), source, r.line);
-    return r;
-  }
-  r.aic = aic->value;
-  if (twiceLogLik) {
-    r.logLik = twiceLogLik->value / 2;
-    r.logLikHalfUnit = twiceLogLik->halfUnit / 2;
+  if (summary.aliased > 0) r.derivation += " (" + Shown(double(summary.aliased)) + " aliased, not counted)";
+  if (dispersion) r.derivation += " + 1 for the " + summary.family + " dispersion";
+  if (summary.theta) r.derivation += " + 1 for theta";
+}
+
+// The log-likelihood from glm.nb's "2 x log-likelihood", else from the AIC
+// and K.
+void LogLikelihood(const GlmSummary& summary, FitRecord& r) {
+  r.aic = summary.aic->value;
+  if (summary.twiceLogLik) {
+    r.logLik = summary.twiceLogLik->value / 2;
+    r.logLikHalfUnit = summary.twiceLogLik->halfUnit / 2;
     r.derivation += "; logLik = (2 x log-likelihood) / 2";
   } else {
-    r.logLik = r.k - aic->value / 2;
-    r.logLikHalfUnit = aic->halfUnit / 2;
-    r.derivation += "; logLik = K - AIC/2 = " + Shown(r.k) + " - " + Shown(aic->value) + "/2";
+    r.logLik = r.k - summary.aic->value / 2;
+    r.logLikHalfUnit = summary.aic->halfUnit / 2;
+    r.derivation += "; logLik = K - AIC/2 = " + Shown(r.k) + " - " + Shown(summary.aic->value) + "/2";
   }
+}
+
+}  // namespace
+
+std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t begin, std::size_t end,
+                                        ProgramOutput& output) {
+  FitRecord r = output.Model(lines[begin].number);
+  r.model = Formula(lines, begin, end);
+  const GlmSummary summary = ReadSummaryLines(lines, begin, end);
+  if (!summary.aic && !summary.aicNA) return std::nullopt;
+  const std::string where = "summary() of glm " + (r.model.empty() ? std::string() : "'" + r.model + "'") + ": ";
+  if (!summary.residualDf || summary.rows == 0) {
+    output.Warn(where + "it lacks its coefficients or residual degrees of freedom, so K and n are unknown", r.line);
+    return std::nullopt;
+  }
+  CountParameters(summary, r);
+  if (summary.aicNA) {
+    r.kind = LikelihoodKind::None;
+    output.Flag(r, "the " + (summary.family.empty() ? std::string("quasi") : summary.family) +
+                       " family has no likelihood (R prints AIC: NA), so it cannot be ranked by AIC",
+                r.line, where);
+    return r;
+  }
+  LogLikelihood(summary, r);
   return r;
 }
 

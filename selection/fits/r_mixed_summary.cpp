@@ -51,92 +51,118 @@ double FixedEffects(const Transcript& lines, std::size_t at, std::size_t end) {
   return count;
 }
 
-}  // namespace
+// A formula after "Formula:", going on, indented, until the Data: line.
+std::string Formula(const Transcript& lines, std::size_t at, std::size_t end) {
+  std::string formula(Trimmed(Trimmed(lines[at].text).substr(8)));
+  for (std::size_t j = at + 1; j < end && lines[j].text.starts_with("  ") && !lines[j].command; ++j) {
+    const std::string_view more = Trimmed(lines[j].text);
+    if (more.find(':') != std::string_view::npos && !more.starts_with("(")) break;
+    formula += ' ';
+    formula.append(more);
+  }
+  return formula;
+}
 
-std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
-                                          const std::string& source, Diagnostics& diagnostics) {
-  FitRecord r = RRecord(source, lines[begin].number);
-  const bool reml = lines[begin].text.find("fit by REML") != std::string_view::npos;
+// What an lme4 fit's summary or print() shows that its record is made of.
+struct MixedSummary {
+  std::string formula;
   std::optional<Printed> criterion, deviance, logLik, aic, bic, dfResid, obs;
   double fixed = 0;
   double random = 0;
   bool residual = false;
+};
+
+// The AIC table: a line of headings, the values under them on the next.
+void ReadAicTable(const std::vector<std::string_view>& headings, const std::vector<std::string_view>& values,
+                  MixedSummary& summary) {
+  for (std::size_t w = 0; w < headings.size() && w < values.size(); ++w) {
+    const auto value = ReadPrinted(values[w]);
+    if (headings[w] == "AIC") summary.aic = value;
+    if (headings[w] == "BIC") summary.bic = value;
+    if (headings[w] == "logLik") summary.logLik = value;
+    if (headings[w] == "deviance" || headings[w] == "-2*log(L)") summary.deviance = value;
+    if (headings[w] == "df.resid") summary.dfResid = value;
+  }
+}
+
+MixedSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::size_t end) {
+  MixedSummary summary;
   for (std::size_t i = begin; i < end; ++i) {
     if (lines[i].command) continue;
     const std::string_view line = Trimmed(lines[i].text);
-    if (line.starts_with("Formula:") && r.model.empty()) {
-      std::string formula(Trimmed(line.substr(8)));
-      // A long formula goes on, indented, until the Data: line.
-      for (std::size_t j = i + 1; j < end && lines[j].text.starts_with("  ") && !lines[j].command; ++j) {
-        const std::string_view more = Trimmed(lines[j].text);
-        if (more.find(':') != std::string_view::npos && !more.starts_with("(")) break;
-        formula += ' ';
-        formula.append(more);
-      }
-      r.model = formula;
+    if (line.starts_with("Formula:") && summary.formula.empty()) {
+      summary.formula = Formula(lines, i, end);
     } else if (const auto words = Words(line); words.size() >= 4 && words[0] == "AIC" && words[2] == "logLik") {
-      const auto values = i + 1 < end ? Words(lines[i + 1].text) : std::vector<std::string_view>();
-      for (std::size_t w = 0; w < words.size() && w < values.size(); ++w) {
-        const auto value = ReadPrinted(values[w]);
-        if (words[w] == "AIC") aic = value;
-        if (words[w] == "BIC") bic = value;
-        if (words[w] == "logLik") logLik = value;
-        if (words[w] == "deviance" || words[w] == "-2*log(L)") deviance = value;
-        if (words[w] == "df.resid") dfResid = value;
-      }
+      ReadAicTable(words, i + 1 < end ? Words(lines[i + 1].text) : std::vector<std::string_view>(), summary);
     } else if (line.starts_with("REML criterion at convergence:")) {
-      criterion = NumberAfter(line, "REML criterion at convergence:");
+      summary.criterion = NumberAfter(line, "REML criterion at convergence:");
     } else if (line.starts_with("Number of obs:")) {
       std::string_view count = line.substr(14);
       count = Trimmed(count.substr(0, count.find(',')));
-      obs = ReadPrinted(count);
+      summary.obs = ReadPrinted(count);
     } else if (line.starts_with("Random effects:")) {
-      random = RandomEffectParameters(lines, i, end, residual);
+      summary.random = RandomEffectParameters(lines, i, end, summary.residual);
     } else if (line.starts_with("Fixed effects:") || line.starts_with("Fixed Effects:")) {
-      fixed = FixedEffects(lines, i, end);
+      summary.fixed = FixedEffects(lines, i, end);
     }
   }
-  if (obs) r.n = obs->value;
-  const double counted = fixed + random + (residual ? 1 : 0);
-  const std::string counting = "K = " + Shown(fixed) + " fixed effects + " + Shown(random) +
-                               " variance and correlation parameters" + (residual ? " + 1 residual variance" : "");
+  return summary;
+}
+
+// The log-likelihood of an ML fit: the -2 log-likelihood is printed to as
+// many digits as the AIC, the log-likelihood itself to one fewer, so the
+// finer is taken.
+void MlLogLikelihood(const MixedSummary& summary, FitRecord& r) {
+  if (summary.deviance) {
+    r.logLik = -summary.deviance->value / 2;
+    r.logLikHalfUnit = summary.deviance->halfUnit / 2;
+    r.derivation = "logLik = -deviance/2";
+  } else {
+    r.logLik = summary.logLik->value;
+    r.logLikHalfUnit = summary.logLik->halfUnit;
+  }
+}
+
+}  // namespace
+
+std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
+                                          ProgramOutput& output) {
+  FitRecord r = output.Model(lines[begin].number);
+  const bool reml = lines[begin].text.find("fit by REML") != std::string_view::npos;
+  const MixedSummary summary = ReadSummaryLines(lines, begin, end);
+  r.model = summary.formula;
+  if (summary.obs) r.n = summary.obs->value;
+  const double counted = summary.fixed + summary.random + (summary.residual ? 1 : 0);
+  const std::string counting = "K = " + Shown(summary.fixed) + " fixed effects + " + Shown(summary.random) +
+                               " variance and correlation parameters" +
+                               (summary.residual ? " + 1 residual variance" : "");
   if (reml) {
-    if (!criterion) return std::nullopt;
+    if (!summary.criterion) return std::nullopt;
     r.kind = LikelihoodKind::REML;
-    r.logLik = -criterion->value / 2;
-    r.logLikHalfUnit = criterion->halfUnit / 2;
+    r.logLik = -summary.criterion->value / 2;
+    r.logLikHalfUnit = summary.criterion->halfUnit / 2;
     r.k = counted;
     r.derivation = "logLik = -(REML criterion)/2; " + counting;
     return r;
   }
-  if (!logLik && !deviance) return std::nullopt;
-  // The -2 log-likelihood is printed to as many digits as the AIC, the
-  // log-likelihood itself to one fewer: take the finer.
-  if (deviance) {
-    r.logLik = -deviance->value / 2;
-    r.logLikHalfUnit = deviance->halfUnit / 2;
-    r.derivation = "logLik = -deviance/2";
-  } else {
-    r.logLik = logLik->value;
-    r.logLikHalfUnit = logLik->halfUnit;
-  }
-  if (aic) r.aic = aic->value;
-  if (bic) r.bic = bic->value;
-  if (dfResid && obs) {
-    r.k = obs->value - dfResid->value;
-    AddStep(r.derivation, "K = n - df.resid = " + Shown(obs->value) + " - " + Shown(dfResid->value));
+  if (!summary.logLik && !summary.deviance) return std::nullopt;
+  MlLogLikelihood(summary, r);
+  if (summary.aic) r.aic = summary.aic->value;
+  if (summary.bic) r.bic = summary.bic->value;
+  if (summary.dfResid && summary.obs) {
+    r.k = summary.obs->value - summary.dfResid->value;
+    AddStep(r.derivation, "K = n - df.resid = " + Shown(summary.obs->value) + " - " + Shown(summary.dfResid->value));
   } else if (counted > 0) {
     r.k = counted;
     AddStep(r.derivation, counting);
   } else {
-    diagnostics.Warn("lme4 fit '" + r.model + "' prints neither df.resid nor its effects, so K is unknown", source,
-                     r.line);
+    output.Warn("lme4 fit '" + r.model + "' prints neither df.resid nor its effects, so K is unknown", r.line);
   }
   return r;
 }
 
 std::vector<FitRecord> ReadAnovaTable(const Transcript& lines, std::size_t begin, std::size_t end,
-                                      const std::string& source, Diagnostics&) {
+                                      ProgramOutput& output) {
   std::vector<std::pair<std::string, std::string>> formulas;  // row name, formula
   std::vector<FitRecord> records;
   for (std::size_t i = begin; i < end; ++i) {
@@ -161,7 +187,7 @@ std::vector<FitRecord> ReadAnovaTable(const Transcript& lines, std::size_t begin
       const auto k = value(npar);
       const auto ll = value(column("logLik"));
       if (!k || !ll) break;
-      FitRecord r = RRecord(source, lines[j].number);
+      FitRecord r = output.Model(lines[j].number);
       r.model = std::string(words[0]);
       for (const auto& [name, formula] : formulas) {
         if (name == words[0]) r.model = formula;

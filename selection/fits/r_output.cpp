@@ -1,9 +1,8 @@
-#include "selection/fits/r_output.hpp"
-
+// R's printed output: summary() of glm and of lme4 fits, anova() tables of
+// several fits, and logLik(), from a console transcript, knitr's rendering
+// or Rscript's output; one record per model found, in file order.
 #include <cmath>
 
-#include "base/errors.hpp"
-#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/r_blocks.hpp"
 
 namespace drav::selection::fits {
@@ -52,7 +51,7 @@ struct Found {
 // to more digits. It belongs to the record of the object it names, or, with
 // no command to tell, to the model just before it when K and the value agree.
 bool Refine(std::vector<Found>& found, const std::string& object, const LogLikLine& ll, std::int64_t line,
-            const std::string& source, Diagnostics& diagnostics) {
+            ProgramOutput& output) {
   Found* target = nullptr;
   for (auto it = found.rbegin(); it != found.rend() && !target; ++it) {
     if (!object.empty() && it->object == object) target = &*it;
@@ -68,10 +67,11 @@ bool Refine(std::vector<Found>& found, const std::string& object, const LogLikLi
     return true;
   }
   if (object.empty()) return false;
-  r.warnings.push_back("logLik(" + object + ") on line " + std::to_string(line) + " gives " + Shown(ll.value.value) +
-                       " (df=" + Shown(ll.df) + "), but the summary gives logLik " + Shown(r.logLik) + " and K " +
-                       Shown(r.k));
-  diagnostics.Warn(r.warnings.back(), source, r.line);
+  output.Flag(r,
+              "logLik(" + object + ") on line " + std::to_string(line) + " gives " + Shown(ll.value.value) +
+                  " (df=" + Shown(ll.df) + "), but the summary gives logLik " + Shown(r.logLik) + " and K " +
+                  Shown(r.k),
+              r.line);
   return true;
 }
 
@@ -81,7 +81,19 @@ std::string Collapsed(std::string_view text) {
   return out;
 }
 
-}  // namespace
+// anova() prints no n; a summary of the same formula in the file does.
+void ShareN(std::vector<FitRecord>& records) {
+  for (FitRecord& r : records) {
+    if (!std::isnan(r.n)) continue;
+    for (const FitRecord& other : records) {
+      if (!std::isnan(other.n) && Collapsed(other.model) == Collapsed(r.model)) {
+        r.n = other.n;
+        AddStep(r.derivation, "n from the summary of the same formula on line " + std::to_string(other.line));
+        break;
+      }
+    }
+  }
+}
 
 bool LooksLikeROutput(std::string_view text) {
   return text.find("'log Lik.' ") != std::string_view::npos ||
@@ -90,7 +102,7 @@ bool LooksLikeROutput(std::string_view text) {
          (text.find("Models:") != std::string_view::npos && text.find("logLik") != std::string_view::npos);
 }
 
-std::vector<FitRecord> ReadROutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
+std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output) {
   const Transcript lines = ReadTranscript(text);
   std::vector<Found> found;
   std::vector<std::pair<std::int64_t, std::string>> skipped;
@@ -104,18 +116,18 @@ std::vector<FitRecord> ReadROutput(std::string_view text, const std::string& sou
       if (record) found.push_back({std::move(*record), object});
     };
     switch (piece) {
-      case Piece::Glm: add(ReadGlmSummary(lines, i, end, source, diagnostics)); break;
-      case Piece::Mixed: add(ReadMixedSummary(lines, i, end, source, diagnostics)); break;
+      case Piece::Glm: add(ReadGlmSummary(lines, i, end, output)); break;
+      case Piece::Mixed: add(ReadMixedSummary(lines, i, end, output)); break;
       case Piece::Anova:
-        for (FitRecord& r : ReadAnovaTable(lines, i, end, source, diagnostics)) found.push_back({std::move(r), {}});
+        for (FitRecord& r : ReadAnovaTable(lines, i, end, output)) found.push_back({std::move(r), {}});
         break;
       case Piece::Lm:
         skipped.emplace_back(lines[i].number, "summary() of lm prints no log-likelihood; print logLik(fit) beside it");
         break;
       case Piece::LogLik:
         if (const auto ll = ReadLogLikLine(lines[i].text)) {
-          if (Refine(found, object, *ll, lines[i].number, source, diagnostics)) break;
-          FitRecord r = RRecord(source, lines[i].number);
+          if (Refine(found, object, *ll, lines[i].number, output)) break;
+          FitRecord r = output.Model(lines[i].number);
           r.logLik = ll->value.value;
           r.logLikHalfUnit = ll->value.halfUnit;
           r.k = ll->df;
@@ -128,33 +140,26 @@ std::vector<FitRecord> ReadROutput(std::string_view text, const std::string& sou
     }
     i = end - 1;
   }
-  for (Found& f : found) {
-    FitRecord& r = f.record;
-    if (r.model.empty()) r.model = f.object.empty() ? FileStem(source) : f.object;
-  }
-  // anova() prints no n; a summary of the same formula in the file does.
-  for (Found& f : found) {
-    FitRecord& r = f.record;
-    if (!std::isnan(r.n)) continue;
-    for (const Found& other : found) {
-      if (!std::isnan(other.record.n) && Collapsed(other.record.model) == Collapsed(r.model)) {
-        r.n = other.record.n;
-        AddStep(r.derivation, "n from the summary of the same formula on line " + std::to_string(other.record.line));
-        break;
-      }
-    }
-  }
   std::vector<FitRecord> records;
   records.reserve(found.size());
-  for (Found& f : found) records.push_back(std::move(f.record));
+  for (Found& f : found) {
+    if (f.record.model.empty()) f.record.model = f.object;
+    records.push_back(std::move(f.record));
+  }
+  output.NameUnnamed(records, Numbering::None);
+  ShareN(records);
   if (records.empty()) {
     std::string why = "R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
                       "anova() of fits, logLik())";
     for (const auto& [line, s] : skipped) why += "; line " + std::to_string(line) + ": " + s;
-    Refuse(source, 0, std::move(why));
+    output.Refuse(0, std::move(why));
   }
-  for (const auto& [line, s] : skipped) diagnostics.Note(s, source, line);
+  for (const auto& [line, s] : skipped) output.Note(s, line);
   return records;
 }
+
+}  // namespace
+
+extern const ProgramReader kRReader{.looksLike = LooksLikeROutput, .read = ReadROutput};
 
 }  // namespace drav::selection::fits

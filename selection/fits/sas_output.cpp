@@ -1,14 +1,24 @@
-#include "selection/fits/sas_output.hpp"
-
+// A SAS listing (the .lst file, or the output window saved as text) with
+// any number of procedures: the fit statistics of PROC LOGISTIC, GENMOD,
+// MIXED, GLIMMIX and NLMIXED, one record for each fit. A model is named by
+// the page's TITLE lines (not SAS's default "The SAS System") and its BY
+// group, else by the file; K and n are worked out where SAS prints neither,
+// and the record's derivation says how.
+// Fits whose criteria rank nothing are records of a kind that ranking
+// refuses, with the reason among their warnings: GLIMMIX's
+// pseudo-likelihood, a GEE (GENMOD with REPEATED, whose printed criteria
+// belong to the independence model it starts from) and SURVEYLOGISTIC's
+// weighted likelihood. Fit statistics without what K is worked out from
+// are refused.
 #include <cctype>
 #include <cmath>
 #include <map>
 #include <optional>
 #include <set>
 
-#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/program_output.hpp"
 #include "selection/fits/sas_pages.hpp"
 
 namespace drav::selection::fits {
@@ -63,7 +73,7 @@ struct Fit {
 
 class SasReader {
  public:
-  SasReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+  explicit SasReader(ProgramOutput& output) : output_(output) {}
 
   std::vector<FitRecord> Read(std::string_view text) {
     lines_ = SplitLines(text);
@@ -168,55 +178,52 @@ class SasReader {
     if (fit.tables == 0) return;
     const std::string label = Label(fit);
     if (fit.tables > 1) {
-      diagnostics_.Note(label + "fit statistics printed " + std::to_string(fit.tables) +
-                            " times (a selection's steps); the last, on line " + std::to_string(fit.statisticsLine) +
-                            ", is read",
-                        source_, fit.statisticsLine);
+      output_.Note(label + "fit statistics printed " + std::to_string(fit.tables) +
+                       " times (a selection's steps); the last, on line " + std::to_string(fit.statisticsLine) +
+                       ", is read",
+                   fit.statisticsLine);
     }
-    FitRecord record;
+    FitRecord record = output_.Model(fit.line);
     record.model = fit.name;
-    record.source = source_;
-    record.line = fit.line;
-    record.program = "SAS";
     const auto& s = fit.statistics;
     // Fits whose printed criteria rank nothing are listed with the reason,
     // which refuses them when they are ranked.
     if (fit.geeLine != 0) {
       record.kind = LikelihoodKind::None;
       record.n = fit.observations;
-      Amiss(record, label,
-            "a GEE (REPEATED) has no likelihood; the criteria GENMOD printed on line " +
-                std::to_string(fit.statisticsLine) + " belong to the independence model it starts from. Rank GEEs "
-                "by QIC, or fit a likelihood model (GLIMMIX) to rank by AIC",
-            fit.geeLine);
+      output_.Flag(record,
+                   "a GEE (REPEATED) has no likelihood; the criteria GENMOD printed on line " +
+                       std::to_string(fit.statisticsLine) + " belong to the independence model it starts from. Rank "
+                       "GEEs by QIC, or fit a likelihood model (GLIMMIX) to rank by AIC",
+                   fit.geeLine, label);
     } else if (s.contains("-2 log pseudo-likelihood") || s.contains("-2 res log pseudo-likelihood")) {
       record.kind = LikelihoodKind::Pseudo;
       record.n = fit.observations;
-      Amiss(record, label,
-            "GLIMMIX fitted by pseudo-likelihood (its default where the model is not normal): no likelihood to "
-            "rank by. Refit with METHOD=LAPLACE or METHOD=QUAD",
-            fit.statisticsLine);
+      output_.Flag(record,
+                   "GLIMMIX fitted by pseudo-likelihood (its default where the model is not normal): no likelihood to "
+                   "rank by. Refit with METHOD=LAPLACE or METHOD=QUAD",
+                   fit.statisticsLine, label);
     } else if (fit.procedure == "logistic" || fit.procedure == "surveylogistic") {
       FillLogistic(fit, record);
       if (fit.procedure == "surveylogistic") {
         record.kind = LikelihoodKind::Pseudo;
-        Amiss(record, label,
-              "a survey design's -2 Log L is a weighted pseudo-likelihood; AIC and SC made from it rank nothing",
-              fit.statisticsLine);
+        output_.Flag(record,
+                     "a survey design's -2 Log L is a weighted pseudo-likelihood; AIC and SC made from it rank nothing",
+                     fit.statisticsLine, label);
       }
     } else if (fit.procedure == "genmod") {
       FillGenmod(fit, record);
     } else if (s.contains("-2 res log likelihood") || s.contains("-2 log likelihood")) {
       FillMixed(fit, record);
     } else {
-      diagnostics_.Note(label + "its fit statistics are not of a kind Drav reads", source_, fit.statisticsLine);
+      output_.Note(label + "its fit statistics are not of a kind Drav reads", fit.statisticsLine);
       return;
     }
     if (fit.weighted) {
-      Amiss(record, label,
-            "with a WEIGHT variable the log likelihood is weighted; unless the weights count observations, AIC "
-            "does not rank it",
-            fit.line);
+      output_.Flag(record,
+                   "with a WEIGHT variable the log likelihood is weighted; unless the weights count observations, AIC "
+                   "does not rank it",
+                   fit.line, label);
     }
     records_.push_back(std::move(record));
     procedures_.push_back(Upper(fit.procedure));
@@ -224,13 +231,6 @@ class SasReader {
 
   static std::string Label(const Fit& fit) {
     return "PROC " + Upper(fit.procedure) + " at line " + std::to_string(fit.line) + ": ";
-  }
-
-  // What is amiss goes into the model's warnings column and, naming the
-  // procedure, to the diagnostics.
-  void Amiss(FitRecord& record, const std::string& label, std::string text, std::int64_t line) {
-    diagnostics_.Warn(label + text, source_, line);
-    record.warnings.push_back(std::move(text));
   }
 
   static std::string Upper(std::string text) {
@@ -242,8 +242,8 @@ class SasReader {
   std::optional<double> CountFrom(const Printed& criterion, const Printed& m2ll, const Fit& fit, FitRecord& record) {
     const auto k = WholeNumber((criterion.value - m2ll.value) / 2, (criterion.halfUnit + m2ll.halfUnit) / 2 + 1e-9);
     if (!k) {
-      Amiss(record, Label(fit), "the printed AIC is not -2 log likelihood + 2K for a whole K; K is unknown",
-            fit.statisticsLine);
+      output_.Flag(record, "the printed AIC is not -2 log likelihood + 2K for a whole K; K is unknown",
+                   fit.statisticsLine, Label(fit));
     }
     return k;
   }
@@ -300,8 +300,8 @@ class SasReader {
     record.n = fit.observations;
     record.kind = fit.scaled ? LikelihoodKind::Scaled : full ? LikelihoodKind::ML : LikelihoodKind::ConstantsDropped;
     if (!full || !s.contains("aic")) {
-      Amiss(record, Label(fit), "only the kernel of the log likelihood is printed, and no AIC; K is unknown",
-            fit.statisticsLine);
+      output_.Flag(record, "only the kernel of the log likelihood is printed, and no AIC; K is unknown",
+                   fit.statisticsLine, Label(fit));
       return;
     }
     const Printed m2ll{-2 * ll.value, 2 * ll.halfUnit};
@@ -335,10 +335,10 @@ class SasReader {
       // likelihood has already integrated away.
       record.counting = "REML: PROC " + Upper(fit.procedure) + "'s AIC counts the covariance parameters only";
       if (k && !std::isnan(fit.covariance) && *k != fit.covariance) {
-        Amiss(record, Label(fit),
-              "its AIC counts " + Whole(*k) + " parameters, its Dimensions " + Whole(fit.covariance) +
-                  " covariance parameters",
-              fit.statisticsLine);
+        output_.Flag(record,
+                     "its AIC counts " + Whole(*k) + " parameters, its Dimensions " + Whole(fit.covariance) +
+                         " covariance parameters",
+                     fit.statisticsLine, Label(fit));
       }
     }
     if (s.contains("bic")) {
@@ -348,27 +348,22 @@ class SasReader {
   }
 
   void Incomplete(const Fit& fit, const std::string& what) {
-    Refuse(source_, fit.statisticsLine,
-           "PROC " + Upper(fit.procedure) + " at line " + std::to_string(fit.line) + ": its fit statistics lack " +
-               what);
+    output_.Refuse(fit.statisticsLine, Label(fit) + "its fit statistics lack " + what);
   }
 
   // Titles repeat where one TITLE stays over several procedures: the
   // procedure's name tells such fits apart, then their order.
   void Name() {
+    output_.NameUnnamed(records_, Numbering::None);
     std::map<std::string, int> uses;
-    for (auto& record : records_) {
-      if (record.model.empty()) record.model = FileStem(source_);
-      ++uses[record.model];
-    }
+    for (const auto& record : records_) ++uses[record.model];
     for (std::size_t i = 0; i < records_.size(); ++i) {
       if (uses[records_[i].model] > 1) records_[i].model += " (" + procedures_[i] + ")";
     }
     NumberRepeatedNames(records_);
   }
 
-  const std::string& source_;
-  Diagnostics& diagnostics_;
+  ProgramOutput& output_;
   std::vector<TextLine> lines_;
   SasPages pages_;
   std::string byGroup_;
@@ -377,10 +372,8 @@ class SasReader {
   std::vector<std::string> procedures_;
 };
 
-}  // namespace
-
 bool LooksLikeSasOutput(std::string_view text) {
-  const std::string_view head = text.substr(0, 1 << 22);
+  const std::string_view head = Opening(text);
   const bool procedure = head.find("The LOGISTIC Procedure") != std::string_view::npos ||
                          head.find("The GENMOD Procedure") != std::string_view::npos ||
                          head.find("The Mixed Procedure") != std::string_view::npos ||
@@ -391,8 +384,12 @@ bool LooksLikeSasOutput(std::string_view text) {
                        head.find("Criteria For Assessing Goodness Of Fit") != std::string_view::npos);
 }
 
-std::vector<FitRecord> ReadSasOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
-  return SasReader(source, diagnostics).Read(text);
+std::vector<FitRecord> ReadSasOutput(std::string_view text, ProgramOutput& output) {
+  return SasReader(output).Read(text);
 }
+
+}  // namespace
+
+extern const ProgramReader kSasReader{.looksLike = LooksLikeSasOutput, .read = ReadSasOutput};
 
 }  // namespace drav::selection::fits

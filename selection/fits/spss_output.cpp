@@ -1,11 +1,17 @@
-#include "selection/fits/spss_output.hpp"
-
+// SPSS output as text, exported from the viewer or pasted from it: the
+// Information Criteria and Model Dimension of MIXED, and the Goodness of Fit
+// of GENLIN, one record for each model. Such text comes aligned with blanks,
+// split by tabs or bars, or one cell to a line with long labels broken;
+// footnote letters stick to the words they mark ("Information Criteriaa").
+// The tables print no n, and MIXED's AIC under REML no fixed effects: both
+// are worked out, and the record's derivation says how. The viewer's binary
+// files (.spv, .spo) are refused, saying how to export text, and so are
+// tables whose criteria are not numbers.
 #include <cmath>
 #include <optional>
 
-#include "selection/fits/fit_refusal.hpp"
-#include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/program_output.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -46,7 +52,7 @@ std::string Cells(const std::vector<TextLine>& lines, std::size_t from, std::siz
 
 class SpssReader {
  public:
-  SpssReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+  explicit SpssReader(ProgramOutput& output) : output_(output) {}
 
   std::vector<FitRecord> Read(std::string_view text) {
     lines_ = SplitLines(text);
@@ -67,7 +73,7 @@ class SpssReader {
         records_.push_back(Genlin(i, title));
       }
     }
-    NumberRepeatedNames(records_);
+    output_.NameUnnamed(records_, Numbering::WhereRepeated);
     return std::move(records_);
   }
 
@@ -136,19 +142,16 @@ class SpssReader {
   }
 
   FitRecord Begin(std::size_t title, const std::string& name) const {
-    FitRecord record;
-    record.model = name.empty() ? FileStem(source_) : name;
-    record.source = source_;
-    record.line = heading_ > 0 ? heading_ : lines_[title].number;
-    record.program = "SPSS";
+    FitRecord record = output_.Model(heading_ > 0 ? heading_ : lines_[title].number);
+    record.model = name;
     return record;
   }
 
   Printed Need(const std::string& cells, std::string_view label, std::size_t title) const {
     const auto value = After(cells, label);
     if (!value) {
-      Refuse(source_, lines_[title].number,
-             "the table has no number after '" + std::string(label) + "'; copy or export it whole");
+      output_.Refuse(lines_[title].number,
+                     "the table has no number after '" + std::string(label) + "'; copy or export it whole");
     }
     return *value;
   }
@@ -175,7 +178,8 @@ class SpssReader {
     if (bic) record.bic = bic->value;
     const auto d = WholeNumber((aic.value - m2ll.value) / 2, (aic.halfUnit + m2ll.halfUnit) / 2 + 1e-9);
     if (!d) {
-      Amiss(record, "the printed AIC is not -2 log likelihood + 2K for a whole K; K is unknown", title);
+      output_.Flag(record, "the printed AIC is not -2 log likelihood + 2K for a whole K; K is unknown",
+                   lines_[title].number);
       return record;
     }
     record.k = *d;
@@ -186,7 +190,8 @@ class SpssReader {
     const double fixed = restricted && dimensionTotal_ ? *dimensionTotal_ - *d : 0;
     if (restricted) record.counting = "REML: SPSS's AIC counts the covariance parameters only";
     if (!restricted && dimensionTotal_ && *dimensionTotal_ != *d) {
-      Amiss(record, "the AIC counts " + Whole(*d) + " parameters, Model Dimension " + Whole(*dimensionTotal_), title);
+      output_.Flag(record, "the AIC counts " + Whole(*d) + " parameters, Model Dimension " + Whole(*dimensionTotal_),
+                   lines_[title].number);
     }
     const auto effective = bic ? SampleFromBic(*bic, m2ll, *d) : std::nullopt;
     if (effective && (!restricted || dimensionTotal_)) {
@@ -195,10 +200,10 @@ class SpssReader {
                                             Whole(fixed) + " fixed effects of Model Dimension's total"
                                       : "; n from BIC = -2LL + K ln(n)";
     } else {
-      diagnostics_.Note(std::string("n cannot be worked out: ") +
-                            (effective ? "REML needs the Model Dimension table for the fixed effects"
-                                       : "the BIC does not give a whole n"),
-                        source_, lines_[title].number);
+      output_.Note(std::string("n cannot be worked out: ") +
+                       (effective ? "REML needs the Model Dimension table for the fixed effects"
+                                  : "the BIC does not give a whole n"),
+                   lines_[title].number);
     }
     return record;
   }
@@ -222,7 +227,8 @@ class SpssReader {
     const Printed m2ll{-2 * ll.value, 2 * ll.halfUnit};
     const auto k = WholeNumber((aic.value - m2ll.value) / 2, (aic.halfUnit + m2ll.halfUnit) / 2 + 1e-9);
     if (!k) {
-      Amiss(record, "the printed AIC is not -2 log likelihood + 2K for a whole K; K is unknown", title);
+      output_.Flag(record, "the printed AIC is not -2 log likelihood + 2K for a whole K; K is unknown",
+                   lines_[title].number);
       return record;
     }
     record.k = *k;
@@ -231,22 +237,14 @@ class SpssReader {
       record.n = *n;
       record.derivation += "; n from BIC = -2LL + K ln(n)";
     } else {
-      diagnostics_.Note("n cannot be worked out from the BIC", source_, lines_[title].number);
+      output_.Note("n cannot be worked out from the BIC", lines_[title].number);
     }
     return record;
   }
 
-  // What is amiss goes into the model's warnings column and to the
-  // diagnostics, at the table's title.
-  void Amiss(FitRecord& record, std::string text, std::size_t title) {
-    diagnostics_.Warn(text, source_, lines_[title].number);
-    record.warnings.push_back(std::move(text));
-  }
-
   static std::string Whole(double value) { return std::to_string(static_cast<long long>(std::llround(value))); }
 
-  const std::string& source_;
-  Diagnostics& diagnostics_;
+  ProgramOutput& output_;
   std::vector<TextLine> lines_;
   std::vector<FitRecord> records_;
   std::optional<double> dimensionTotal_;
@@ -254,10 +252,10 @@ class SpssReader {
   bool decimalComma_ = false;
 };
 
-}  // namespace
-
+// The viewer's file (.spv), a zip of XML and binary parts, which its first
+// 64 KiB tell.
 bool IsSpssViewerFile(std::string_view start) {
-  return start.starts_with(kZip) && start.substr(0, 1 << 16).find("outputViewer") != std::string_view::npos;
+  return start.starts_with(kZip) && Opening(start, 1 << 16).find("outputViewer") != std::string_view::npos;
 }
 
 bool LooksLikeSpssOutput(std::string_view text) {
@@ -265,21 +263,26 @@ bool LooksLikeSpssOutput(std::string_view text) {
   if (text.starts_with(kOle)) return false;
   // An export a cell to a line breaks the label ("Akaike's", "Information",
   // "Criterion (AIC)" on lines of their own): its pieces are looked for.
-  const std::string_view head = text.substr(0, 1 << 22);
+  const std::string_view head = Opening(text);
   return head.find("Akaike's") != std::string_view::npos && head.find("Criterion (AIC)") != std::string_view::npos &&
          (head.find("Information Criteria") != std::string_view::npos ||
           head.find("Goodness of Fit") != std::string_view::npos);
 }
 
-std::vector<FitRecord> ReadSpssOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
-  if (text.starts_with(kZip) || (text.starts_with(kOle) && source.ends_with(".spo"))) {
+std::vector<FitRecord> ReadSpssOutput(std::string_view text, ProgramOutput& output) {
+  if (text.starts_with(kZip) || (text.starts_with(kOle) && output.Source().ends_with(".spo"))) {
     // The viewer's file is a zip of XML and binary table parts with no
     // published description; no small decoder reads it reliably.
-    Refuse(source, 0,
-           "an SPSS viewer file is binary; Drav reads the viewer's text. In the Output Viewer choose File > "
-           "Export, type 'Text - Plain (*.txt)', or select the tables, copy them and paste them into a text file");
+    output.Refuse(0, "an SPSS viewer file is binary; Drav reads the viewer's text. In the Output Viewer choose File > "
+                     "Export, type 'Text - Plain (*.txt)', or select the tables, copy them and paste them into a text "
+                     "file");
   }
-  return SpssReader(source, diagnostics).Read(text);
+  return SpssReader(output).Read(text);
 }
+
+}  // namespace
+
+extern const ProgramReader kSpssReader{
+    .looksLike = LooksLikeSpssOutput, .read = ReadSpssOutput, .ownsBinary = IsSpssViewerFile};
 
 }  // namespace drav::selection::fits

@@ -1,13 +1,20 @@
-#include "selection/fits/stata_output.hpp"
-
+// Stata's text log: the tables of `estat ic` and `estimates stats`
+// (Obs or N, ll(null), ll(model), df, AIC, BIC), one record for each model
+// they list, named as `estimates store` named it. The log around the tables
+// tells what each fit was: a log pseudolikelihood (vce(robust), cluster,
+// pweights) is of the kind that ranking refuses, a restricted likelihood
+// (mixed, reml) is REML, and after regress K counts the residual variance
+// that Stata's df leaves out. A row that cannot be read whole is refused,
+// and so is a SMCL log, which `translate` turns into text.
 #include <algorithm>
 #include <cmath>
 #include <map>
 #include <optional>
+#include <utility>
 
-#include "selection/fits/fit_refusal.hpp"
 #include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/program_output.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -52,6 +59,8 @@ struct Row {
   std::string_view nColumn = "N";  // or "Obs", as the header names it
 };
 
+bool IsSmcl(std::string_view text) { return Trimmed(Opening(text, 64)).starts_with("{smcl}"); }
+
 std::string StoredName(std::string_view word) {
   while (!word.empty() && (word.back() == ',' || word.back() == ':')) word.remove_suffix(1);
   return std::string(word);
@@ -59,13 +68,13 @@ std::string StoredName(std::string_view word) {
 
 class StataReader {
  public:
-  StataReader(const std::string& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {}
+  explicit StataReader(ProgramOutput& output) : output_(output) {}
 
   std::vector<FitRecord> Read(std::string_view text) {
-    if (Trimmed(text.substr(0, 64)).starts_with("{smcl}")) {
-      Refuse(source_, 1,
-             "this is a SMCL log; Drav reads Stata's text logs: 'translate " + FileStem(source_) + ".smcl " +
-                 FileStem(source_) + ".log' makes one, or 'log using FILE, text' writes one");
+    if (IsSmcl(text)) {
+      const std::string stem = FileStem(output_.Source());
+      output_.Refuse(1, "this is a SMCL log; Drav reads Stata's text logs: 'translate " + stem + ".smcl " + stem +
+                            ".log' makes one, or 'log using FILE, text' writes one");
     }
     const auto lines = JoinContinuations(text);
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -166,9 +175,10 @@ class StataReader {
     const auto ll = printed("ll(model)");
     const auto df = read("df");
     if (cells.size() != columns_.size() || !n || !ll || !df) {
-      Refuse(source_, number,
-             "Stata's row for '" + row.name + "' does not hold N, ll(model) and df as numbers under its header" +
-                 (ll || cells.size() != columns_.size() ? std::string() : ": without ll(model) it cannot be ranked"));
+      output_.Refuse(number, "Stata's row for '" + row.name +
+                                 "' does not hold N, ll(model) and df as numbers under its header" +
+                                 (ll || cells.size() != columns_.size() ? std::string()
+                                                                        : ": without ll(model) it cannot be ranked"));
     }
     row.n = *n;
     row.ll = ll->value;
@@ -220,7 +230,7 @@ class StataReader {
       FitRecord record = Record(row, fit, name);
       if (!doubt.empty()) record.warnings.push_back(std::move(doubt));
       if (name == ".") {
-        record.model = FileStem(source_);
+        record.model = output_.FileName();
         if (fitIndex >= 0 && unnamed.contains(fitIndex)) continue;
         if (fitIndex >= 0) unnamed[fitIndex] = records.size();
         records.push_back(std::move(record));
@@ -241,10 +251,11 @@ class StataReader {
       }
     }
     NumberRepeatedNames(records);
-    // Told once a model, whichever rows listed it.
-    for (const FitRecord& record : records) {
-      for (const std::string& warning : record.warnings) {
-        diagnostics_.Warn("model '" + record.model + "': " + warning, source_, record.line);
+    // What is amiss waited in the warnings column for the name the model
+    // ends with; it is told once a model, whichever rows listed it.
+    for (FitRecord& record : records) {
+      for (std::string& text : std::exchange(record.warnings, {})) {
+        output_.Flag(record, std::move(text), record.line, "model '" + record.model + "': ");
       }
     }
     return records;
@@ -253,15 +264,12 @@ class StataReader {
   FitRecord Record(const Row& row, const Fit* fit, const std::string& name) {
     const std::string label = "model '" + name + "': ";
     if (!fit) {
-      diagnostics_.Note(label + "the log does not show the fit behind this row, so whether its likelihood is a "
-                                "pseudolikelihood cannot be told",
-                        source_, row.line);
+      output_.Note(label + "the log does not show the fit behind this row, so whether its likelihood is a "
+                           "pseudolikelihood cannot be told",
+                   row.line);
     }
-    FitRecord record;
+    FitRecord record = output_.Model(fit ? fit->line : row.line);
     record.model = name;
-    record.source = source_;
-    record.line = fit ? fit->line : row.line;
-    record.program = "Stata";
     record.logLik = row.ll;
     record.logLikHalfUnit = row.llHalfUnit;
     record.k = row.df;
@@ -288,8 +296,7 @@ class StataReader {
     return record;
   }
 
-  const std::string& source_;
-  Diagnostics& diagnostics_;
+  ProgramOutput& output_;
   std::vector<Fit> fits_;
   std::map<std::string, int> stored_;
   std::vector<Row> rows_;
@@ -300,16 +307,18 @@ class StataReader {
   std::int64_t fitCommandLine_ = -1;
 };
 
-}  // namespace
-
 bool LooksLikeStataOutput(std::string_view text) {
-  if (Trimmed(text.substr(0, 64)).starts_with("{smcl}")) return true;
-  const std::string_view head = text.substr(0, 1 << 22);
+  if (IsSmcl(text)) return true;
+  const std::string_view head = Opening(text);
   return head.find("ll(null)") != std::string_view::npos && head.find("ll(model)") != std::string_view::npos;
 }
 
-std::vector<FitRecord> ReadStataOutput(std::string_view text, const std::string& source, Diagnostics& diagnostics) {
-  return StataReader(source, diagnostics).Read(text);
+std::vector<FitRecord> ReadStataOutput(std::string_view text, ProgramOutput& output) {
+  return StataReader(output).Read(text);
 }
+
+}  // namespace
+
+extern const ProgramReader kStataReader{.looksLike = LooksLikeStataOutput, .read = ReadStataOutput};
 
 }  // namespace drav::selection::fits

@@ -1,6 +1,8 @@
-// statsmodels prints a summary as two columns of "Label:  value" pairs
-// over the coefficient table. Its log-likelihood comes to five significant
-// digits ("%#8.5g": -12346. for a large one), and K is derived:
+// Python statsmodels' summary() of a regression's results, as printed or as
+// a notebook holds it: one record per summary table. statsmodels prints a
+// summary as two columns of "Label:  value" pairs over the coefficient
+// table. Its log-likelihood comes to five significant digits ("%#8.5g":
+// -12346. for a large one), and K is derived:
 //   Df Model leaves out the constant, so K = No. Observations - Df
 //   Residuals, the coefficients with the constant;
 //   + 1 for the error variance of OLS, WLS and GLS, which R's AIC() counts
@@ -11,13 +13,10 @@
 //   differ a little, and are said to when ranked together.
 // Logit, Probit, Poisson and the other GLMs print no AIC; it is computed
 // from the log-likelihood.
-#include "selection/fits/fit_refusal.hpp"
-#include "selection/fits/statsmodels_output.hpp"
-
 #include <cmath>
 
-#include "base/errors.hpp"
 #include "selection/fits/printed_text.hpp"
+#include "selection/fits/program_output.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -36,24 +35,18 @@ bool StartsTable(std::string_view line) {
   return t.ends_with("Regression Results") || t.ends_with("Model Results");
 }
 
-}  // namespace
-
 bool LooksLikeStatsmodelsOutput(std::string_view text) {
   return text.find("Dep. Variable:") != std::string_view::npos &&
          text.find("Regression Results") != std::string_view::npos &&
          text.find("Log-Likelihood:") != std::string_view::npos;
 }
 
-std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, const std::string& source,
-                                             Diagnostics& diagnostics) {
+std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutput& output) {
   const std::vector<TextLine> lines = SplitLines(text);
   std::vector<FitRecord> records;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!StartsTable(lines[i].text)) continue;
-    FitRecord r;
-    r.source = source;
-    r.program.assign("statsmodels");
-    r.line = lines[i].number;
+    FitRecord r = output.Model(lines[i].number);
     std::string model;
     std::string family;
     std::optional<Printed> nobs, dfResid;
@@ -80,7 +73,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, const std::s
     }
     i = j;
     if (std::isnan(r.logLik)) {
-      diagnostics.Note("a " + model + " summary without a log-likelihood is left out", source, r.line);
+      output.Note("a " + model + " summary without a log-likelihood is left out", r.line);
       continue;
     }
     if (nobs) r.n = nobs->value;
@@ -90,7 +83,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, const std::s
       r.derivation = "K = No. Observations - Df Residuals = " + Shown(coefficients) +
                      " coefficients (Df Model leaves out the constant)";
     } else {
-      diagnostics.Warn("a " + model + " summary without No. Observations and Df Residuals: K is unknown", source, r.line);
+      output.Warn("a " + model + " summary without No. Observations and Df Residuals: K is unknown", r.line);
     }
     if (model == "OLS" || model == "WLS" || model == "GLS") {
       r.k += 1;
@@ -104,11 +97,14 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, const std::s
     }
     records.push_back(std::move(r));
   }
-  if (records.empty()) Refuse(source, 0, "statsmodels output, but no summary with a log-likelihood");
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    records[i].model = records.size() == 1 ? FileStem(source) : FileStem(source) + " (" + std::to_string(i + 1) + ")";
-  }
+  if (records.empty()) output.Refuse(0, "statsmodels output, but no summary with a log-likelihood");
+  // A summary names no model: each is named by the file and its place in it.
+  output.NameUnnamed(records, Numbering::ByPlace);
   return records;
 }
+
+}  // namespace
+
+extern const ProgramReader kStatsmodelsReader{.looksLike = LooksLikeStatsmodelsOutput, .read = ReadStatsmodelsOutput};
 
 }  // namespace drav::selection::fits

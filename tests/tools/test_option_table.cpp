@@ -1,7 +1,9 @@
 // The table of options is the one place an option is declared: each form's
 // --help, the manual page and the README tell of every option the form
-// takes, and the parser takes exactly those. (The words of each refusal
-// stand in the usage goldens.)
+// takes, and the parser takes exactly those (the words of each refusal
+// stand in the usage goldens). The registry of readers is likewise the one
+// place a program whose output fits reads is declared: the help and the
+// manual page describe every program it lists.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -10,7 +12,10 @@
 #include <vector>
 
 #include "base/errors.hpp"
+#include "selection/fits/output_readers.hpp"
+#include "tools/fits_command.hpp"
 #include "tools/option_table.hpp"
+#include "tools/selection_options.hpp"
 
 namespace drav::cli {
 namespace {
@@ -78,6 +83,39 @@ TEST(OptionTable, EachFormTakesItsOwnOptionsOnly) {
   }
   EXPECT_EQ(Refusal(kTable, {"table", "--strict=yes", "f"}), "--strict takes no value");
   EXPECT_EQ(Refusal(kTable, {"table", "--", "--by"}), "");  // a file named --by
+}
+
+// fits --help describes each program in an entry of its own, its name at
+// the head: "  Mplus        the .out file. ...", in the order tried.
+TEST(ProgramRegistry, FitsHelpDescribesEveryProgramInTheOrderTried) {
+  const std::string help = FitsHelp();
+  const std::size_t section = help.find("What each program must print");
+  ASSERT_NE(section, std::string::npos);
+  std::istringstream lines(help.substr(section));
+  std::vector<std::string> described;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.empty() && !described.empty()) break;  // after the last entry
+    if (line.size() > 2 && line.starts_with("  ") && line[2] != ' ') {
+      described.push_back(line.substr(2, line.find(' ', 2) - 2));
+    }
+  }
+  std::vector<std::string> registered;
+  for (const auto& reader : selection::fits::OutputReaders()) registered.emplace_back(reader.program);
+  EXPECT_EQ(described, registered);
+}
+
+TEST(ProgramRegistry, TheManualAndTheSummaryNameEveryProgram) {
+  const std::string outputs = ManualSection(".SH PROGRAM OUTPUTS", ".SH SEE ALSO");
+  // "... printed outputs (R, lavaan, Mplus,\nstatsmodels, ...), listed ..."
+  std::string summary(SelectionSummary());
+  summary = summary.substr(summary.find("outputs (") + 9);
+  summary = ", " + summary.substr(0, summary.find(')')) + ",";
+  for (char& c : summary) c = c == '\n' ? ' ' : c;
+  for (const auto& reader : selection::fits::OutputReaders()) {
+    const std::string program(reader.program);
+    EXPECT_NE(outputs.find(".SS " + program + "\n"), std::string::npos) << "manual: " << program;
+    EXPECT_NE(summary.find(" " + program + ","), std::string::npos) << "drav-report --help: " << program;
+  }
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 // lavaan's summary(fit, fit.measures = TRUE) as lavaan 0.6.14 printed it
 // (tests/golden/fits/make-samples.sh) and in release 0.5's layout: every
 // model with the numbers lavaan's own logLik(), nobs() and AIC() give.
-#include "selection/fits/lavaan_output.hpp"
-
 #include <gtest/gtest.h>
 
 #include "base/errors.hpp"
-#include "selection/fits/r_output.hpp"
+#include "selection/fits/output_readers.hpp"
 #include "tests/selection/fits/expected_fit.hpp"
 #include "tests/selection/fits/expected_records.hpp"
 #include "tests/selection/fits/sample_file.hpp"
@@ -16,14 +14,14 @@ namespace {
 
 using testing_support::ExpectedFit;
 constexpr double NA = kUnknown;
+const OutputReader& kLavaan = ReaderOf("lavaan");
 
 class LavaanSample : public ::testing::TestWithParam<ExpectedFit> {};
 
 TEST_P(LavaanSample, ReadsTheFitAsLavaanComputesIt) {
   const std::string text = testing_support::SampleText(GetParam().file);
-  ASSERT_TRUE(LooksLikeLavaanOutput(text));
   Diagnostics diagnostics;
-  testing_support::ExpectFit(ReadLavaanOutput(text, GetParam().file, diagnostics), GetParam());
+  testing_support::ExpectFit(kLavaan.Read(text, GetParam().file, diagnostics), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -46,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(LavaanOutput, LeastSquaresEstimatorHasNoLikelihood) {
   const std::string text = testing_support::SampleText("lavaan/wlsmv.txt");
   Diagnostics diagnostics;
-  const auto records = ReadLavaanOutput(text, "wlsmv.txt", diagnostics);
+  const auto records = kLavaan.Read(text, "wlsmv.txt", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].kind, LikelihoodKind::None);
   ASSERT_EQ(diagnostics.All().size(), 1u);
@@ -54,9 +52,9 @@ TEST(LavaanOutput, LeastSquaresEstimatorHasNoLikelihood) {
 }
 
 TEST(LavaanOutput, IsNotTakenForROutput) {
-  // lavaan's output holds nothing of R's own summaries; R's holds no lavaan.
-  EXPECT_FALSE(LooksLikeLavaanOutput(testing_support::SampleText("r/lme4-ml.txt")));
-  EXPECT_FALSE(LooksLikeROutput(testing_support::SampleText("lavaan/two-models.txt")));
+  // lavaan's output holds nothing of R's own summaries: R's reader would
+  // not claim it even if it were tried first.
+  EXPECT_FALSE(ReaderOf("R").LooksLike(testing_support::SampleText("lavaan/two-models.txt")));
 }
 
 // One group with rows left out: lavaan prints "Used" and "Total" beside
@@ -64,10 +62,9 @@ TEST(LavaanOutput, IsNotTakenForROutput) {
 // (one-group-missing.expected, written beside the output by make-samples.sh).
 TEST(LavaanOutput, OneGroupCountsTheRowsUsed) {
   const std::string text = testing_support::SampleText("lavaan/one-group-missing.log");
-  ASSERT_TRUE(LooksLikeLavaanOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
-  testing::ExpectRecords(ReadLavaanOutput(text, "lavaan/one-group-missing.log", strict),
-                         "lavaan/one-group-missing.expected", "lavaan");
+  testing::ExpectRecords(kLavaan.Read(text, "lavaan/one-group-missing.log", strict),
+                         "lavaan/one-group-missing.expected");
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // MARK's output read into records: every number held to R's fit of the same
 // encounter histories, MARK's parameter-count warnings, and the aborted runs
 // that must never be ranked.
-#include "selection/fits/mark_output.hpp"
+#include "selection/fits/output_readers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +15,7 @@ namespace {
 using testing::ExpectRecords;
 using testing_support::LineOf;
 using testing_support::SampleText;
+const OutputReader& kMark = ReaderOf("MARK");
 
 struct Sample {
   const char* name;
@@ -27,14 +28,13 @@ class MarkSamples : public ::testing::TestWithParam<Sample> {};
 
 TEST_P(MarkSamples, EveryNumberIsRs) {
   const std::string text = SampleText(GetParam().file);
-  ASSERT_TRUE(LooksLikeMarkOutput(text));
   Diagnostics diagnostics;
-  ExpectRecords(ReadMarkOutput(text, GetParam().file, diagnostics), GetParam().expected, "MARK");
+  ExpectRecords(kMark.Read(text, GetParam().file, diagnostics), GetParam().expected);
   std::size_t warnings = 0;
   for (const auto& item : diagnostics.All()) warnings += item.severity == Severity::Warning;
   EXPECT_EQ(warnings, GetParam().warnings);
   Diagnostics strict(true);
-  EXPECT_THROW(ReadMarkOutput(text, GetParam().file, strict), DataError);
+  EXPECT_THROW(kMark.Read(text, GetParam().file, strict), DataError);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -54,7 +54,7 @@ TEST(MarkOutput, NegativeMinusTwoLogLIsRead) {
       " Number of Estimated Parameters { S(.) } = 1\n"
       " AICc { S(.) } = -10.24034\n";
   Diagnostics diagnostics;
-  const auto records = ReadMarkOutput(text, "known-fate.out", diagnostics);
+  const auto records = kMark.Read(text, "known-fate.out", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].model, "S(.)");
   EXPECT_DOUBLE_EQ(records[0].logLik, 6.1728);
@@ -70,7 +70,7 @@ TEST(MarkOutput, AnAICcThatIsNotMARKsOwnIsReported) {
       " Number of Estimated Parameters { S(.) } = 2\n"
       " AICc { S(.) } = 104.00000\n";  // 104.32432 with n = 40
   Diagnostics diagnostics;
-  ReadMarkOutput(text, "s.out", diagnostics);
+  kMark.Read(text, "s.out", diagnostics);
   ASSERT_EQ(diagnostics.All().size(), 1u);
   EXPECT_NE(diagnostics.All()[0].text.find("AICc"), std::string::npos);
 }
@@ -85,7 +85,7 @@ TEST(MarkOutput, ACountBeyondAnyIntegerIsShownAsRead) {
       " Numerical Threshold Method for Num. of Estimated Parameters { S(.) } = 1e85\n"
       " Number of Estimated Parameters { S(.) } = 2\n";
   Diagnostics diagnostics;
-  const auto records = ReadMarkOutput(text, "s.out", diagnostics);
+  const auto records = kMark.Read(text, "s.out", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   ASSERT_EQ(records[0].warnings.size(), 1u);
   EXPECT_EQ(records[0].warnings[0],
@@ -105,7 +105,7 @@ TEST_P(MarkAborted, IsRefusedWithWhere) {
   Diagnostics diagnostics;
   const std::string where = "run.out:" + std::to_string(LineOf(GetParam().text, GetParam().at)) + ": ";
   try {
-    ReadMarkOutput(GetParam().text, "run.out", diagnostics);
+    kMark.Read(GetParam().text, "run.out", diagnostics);
     FAIL() << "read an aborted run";
   } catch (const DataError& error) {
     EXPECT_EQ(std::string(error.what()).rfind(where, 0), 0u) << error.what();

@@ -1,7 +1,7 @@
 // Mplus outputs written from the layout of its user's guide's examples
 // (tests/golden/fits/samples/mplus/README); the CFA's numbers are those
 // lavaan computes with mimic = "Mplus" for the same model.
-#include "selection/fits/mplus_output.hpp"
+#include "selection/fits/output_readers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,14 +15,14 @@ namespace {
 using testing_support::ExpectedFit;
 constexpr double NA = kUnknown;
 constexpr auto ML = LikelihoodKind::ML;
+const OutputReader& kMplus = ReaderOf("Mplus");
 
 class MplusSample : public ::testing::TestWithParam<ExpectedFit> {};
 
 TEST_P(MplusSample, ReadsTheFittedModelOnly) {
   const std::string text = testing_support::SampleText(GetParam().file);
-  ASSERT_TRUE(LooksLikeMplusOutput(text));
   Diagnostics diagnostics;
-  testing_support::ExpectFit(ReadMplusOutput(text, GetParam().file, diagnostics), GetParam());
+  testing_support::ExpectFit(kMplus.Read(text, GetParam().file, diagnostics), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -54,7 +54,7 @@ class MplusWithoutLikelihood : public ::testing::TestWithParam<Refused> {};
 // a record that cannot be ranked, saying why.
 TEST_P(MplusWithoutLikelihood, SaysWhy) {
   Diagnostics diagnostics;
-  const auto records = ReadMplusOutput(testing_support::SampleText(GetParam().file), GetParam().file, diagnostics);
+  const auto records = kMplus.Read(testing_support::SampleText(GetParam().file), GetParam().file, diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].kind, LikelihoodKind::None);
   EXPECT_TRUE(std::isnan(records[0].logLik));
@@ -74,7 +74,7 @@ TEST(MplusOutput, RunsOneAfterAnotherAreModelsOfTheirOwn) {
   const std::string text =
       testing_support::SampleText("mplus/cfa-ml.out") + testing_support::SampleText("mplus/lca-three-classes.out");
   Diagnostics diagnostics;
-  const auto records = ReadMplusOutput(text, "both.out", diagnostics);
+  const auto records = kMplus.Read(text, "both.out", diagnostics);
   ASSERT_EQ(records.size(), 2u);
   EXPECT_EQ(records[0].k, 30);
   EXPECT_EQ(records[1].model, "Three latent classes of six symptoms");
@@ -86,7 +86,7 @@ TEST(MplusOutput, RunsOneAfterAnotherAreModelsOfTheirOwn) {
 TEST(MplusOutput, EmptyTextHoldsNoRun) {
   Diagnostics diagnostics;
   try {
-    ReadMplusOutput("", "empty.out", diagnostics);
+    kMplus.Read("", "empty.out", diagnostics);
     FAIL() << "read";
   } catch (const DataError& error) {
     EXPECT_STREQ(error.what(), "empty.out: empty; no Mplus run in it");

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <map>
 
@@ -24,13 +25,16 @@ struct Sample {
   std::string text;  // as the readers see it: a notebook's printed text
 };
 
-// Every output under samples/, by the folder's program; the numbers R
-// computed (.expected), the data statsmodels fitted (.csv) and notes to
-// the reader are no program's output.
+// Every output under samples/, in a folder named after its program in
+// lower case; the numbers R computed (.expected), the data statsmodels
+// fitted (.csv) and notes to the reader are no program's output.
 std::vector<Sample> Samples() {
-  const std::map<std::string, std::string> programs = {
-      {"r", "R"},       {"lavaan", "lavaan"}, {"mplus", "Mplus"}, {"statsmodels", "statsmodels"},
-      {"mark", "MARK"}, {"stata", "Stata"},   {"sas", "SAS"},     {"spss", "SPSS"}};
+  std::map<std::string, std::string> programs;  // by folder
+  for (const OutputReader& reader : OutputReaders()) {
+    std::string folder(reader.program);
+    for (char& c : folder) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    programs[folder] = reader.program;
+  }
   const std::filesystem::path root = std::filesystem::path(DRAV_SOURCE_DIR) / "tests/golden/fits/samples";
   std::vector<Sample> samples;
   for (const auto& folder : std::filesystem::directory_iterator(root)) {
@@ -58,7 +62,7 @@ TEST(OutputReaders, EverySampleIsReadAsItsOwnProgramsOutput) {
     // for the samples whose reading is refused (an aborted MARK run).
     const auto& readers = OutputReaders();
     const auto claimant = std::find_if(readers.begin(), readers.end(),
-                                       [&](const OutputReader& reader) { return reader.looksLike(sample.text); });
+                                       [&](const OutputReader& reader) { return reader.LooksLike(sample.text); });
     ASSERT_NE(claimant, readers.end()) << sample.file << " is claimed by no reader";
     EXPECT_EQ(claimant->program, sample.program) << sample.file;
     Diagnostics diagnostics;
@@ -86,7 +90,7 @@ TEST(OutputReaders, NoReaderButRsClaimsAnotherProgramsSample) {
   for (const Sample& sample : Samples()) {
     for (const OutputReader& reader : OutputReaders()) {
       if (reader.program == "R" || reader.program == sample.program) continue;
-      EXPECT_FALSE(reader.looksLike(sample.text)) << reader.program << " claims " << sample.file;
+      EXPECT_FALSE(reader.LooksLike(sample.text)) << reader.program << " claims " << sample.file;
     }
   }
 }

@@ -1,7 +1,7 @@
 // R's printed output, read from transcripts that R, lme4 and knitr wrote
 // (tests/golden/fits/make-samples.sh): every model found with the numbers
 // R's own logLik(), nobs() and AIC() give for the same fits.
-#include "selection/fits/r_output.hpp"
+#include "selection/fits/output_readers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -18,14 +18,14 @@ namespace {
 using testing_support::ExpectedFit;
 constexpr double NA = kUnknown;
 constexpr auto REML = LikelihoodKind::REML;
+const OutputReader& kR = ReaderOf("R");
 
 class RSample : public ::testing::TestWithParam<ExpectedFit> {};
 
 TEST_P(RSample, ReadsTheFitAsRComputesIt) {
   const std::string text = testing_support::SampleText(GetParam().file);
-  ASSERT_TRUE(LooksLikeROutput(text));
   Diagnostics diagnostics;
-  testing_support::ExpectFit(ReadROutput(text, GetParam().file, diagnostics), GetParam());
+  testing_support::ExpectFit(kR.Read(text, GetParam().file, diagnostics), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ROutput, QuasiFamilyHasNoLikelihood) {
   Diagnostics diagnostics;
-  const auto records = ReadROutput(testing_support::SampleText("r/glm-transcript.Rout"), "t.Rout", diagnostics);
+  const auto records = kR.Read(testing_support::SampleText("r/glm-transcript.Rout"), "t.Rout", diagnostics);
   ASSERT_EQ(records.size(), 4u);
   EXPECT_EQ(records[3].kind, LikelihoodKind::None);
   EXPECT_TRUE(std::isnan(records[3].logLik));
@@ -74,7 +74,7 @@ TEST(ROutput, LmSummaryAloneIsRefusedWithTheReason) {
       "Residual deviance: 1 on 2 degrees of freedom\n";
   Diagnostics diagnostics;
   try {
-    ReadROutput(text, "lm.txt", diagnostics);
+    kR.Read(text, "lm.txt", diagnostics);
     FAIL() << "read";
   } catch (const DataError& error) {
     EXPECT_NE(std::string(error.what()).find("line 2: summary() of lm prints no log-likelihood"), std::string::npos)
@@ -87,9 +87,8 @@ TEST(ROutput, LmSummaryAloneIsRefusedWithTheReason) {
 // (inverse-gaussian.expected, written beside the output by make-samples.sh).
 TEST(ROutput, InverseGaussianDispersionIsCounted) {
   const std::string text = testing_support::SampleText("r/inverse-gaussian.log");
-  ASSERT_TRUE(LooksLikeROutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
-  testing::ExpectRecords(ReadROutput(text, "r/inverse-gaussian.log", strict), "r/inverse-gaussian.expected", "R");
+  testing::ExpectRecords(kR.Read(text, "r/inverse-gaussian.log", strict), "r/inverse-gaussian.expected");
 }
 
 // An lme4 summary cut off right after "Random effects:" has no table to
@@ -97,7 +96,7 @@ TEST(ROutput, InverseGaussianDispersionIsCounted) {
 // run sees it).
 TEST(ROutput, RandomEffectsHeadingAtTheEndIsNoTable) {
   Diagnostics diagnostics;
-  const auto records = ReadROutput("Linear mixed model fit by REML\nREML criterion at convergence: 100\nRandom effects:",
+  const auto records = kR.Read("Linear mixed model fit by REML\nREML criterion at convergence: 100\nRandom effects:",
                                    "cut.txt", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].k, 0);

@@ -3,7 +3,7 @@
 // log likelihood, not GENMOD's kernel; REML's AIC of covariance parameters
 // and its BIC by subjects), page headers inside tables, and the fits whose
 // criteria rank nothing.
-#include "selection/fits/sas_output.hpp"
+#include "selection/fits/output_readers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -17,13 +17,13 @@ namespace {
 
 using testing_support::LineOf;
 using testing_support::SampleText;
+const OutputReader& kSas = ReaderOf("SAS");
 
 TEST(SasOutput, EveryNumberOfSixFitsIsRs) {
   const std::string text = SampleText("sas/sas-listing.lst");
-  ASSERT_TRUE(LooksLikeSasOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
-  const auto records = ReadSasOutput(text, "sas/sas-listing.lst", strict);
-  testing::ExpectRecords(records, "sas/sas-listing.expected", "SAS");
+  const auto records = kSas.Read(text, "sas/sas-listing.lst", strict);
+  testing::ExpectRecords(records, "sas/sas-listing.expected");
   ASSERT_EQ(records.size(), 6u);
   // REML's AIC counts the covariance parameters; its BIC took log(subjects).
   EXPECT_NE(records[2].counting.find("covariance parameters only"), std::string::npos);
@@ -43,7 +43,7 @@ TEST(SasOutput, EventsTrialsLikelihoodHasNoBinomialCoefficients) {
                                 "   AIC     120.000    100.500\n   SC      121.000    102.579\n"
                                 "   -2 Log L   118.000    96.500\n");
   Diagnostics diagnostics;
-  const auto records = ReadSasOutput(text, "trials.lst", diagnostics);
+  const auto records = kSas.Read(text, "trials.lst", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].kind, LikelihoodKind::ConstantsDropped);
   EXPECT_EQ(records[0].k, 2);
@@ -65,7 +65,7 @@ class SasUnrankable : public ::testing::TestWithParam<Unrankable> {};
 TEST_P(SasUnrankable, IsListedWarnedOfAndRefusedWhenRanked) {
   const Unrankable& c = GetParam();
   Diagnostics diagnostics;
-  const auto records = ReadSasOutput(c.text, "fits.lst", diagnostics);
+  const auto records = kSas.Read(c.text, "fits.lst", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].kind, c.kind);
   ASSERT_FALSE(records[0].warnings.empty());
@@ -101,7 +101,7 @@ TEST(SasOutput, FitStatisticsWithoutAnAicAreRefusedWithWhere) {
   const std::string text = Page("Mixed", "   Fit Statistics\n\n   -2 Res Log Likelihood   1786.5\n");
   Diagnostics diagnostics;
   try {
-    ReadSasOutput(text, "fits.lst", diagnostics);
+    kSas.Read(text, "fits.lst", diagnostics);
     FAIL() << "read fit statistics without an AIC";
   } catch (const DataError& error) {
     const std::string where = "fits.lst:" + std::to_string(LineOf(text, "Fit Statistics")) + ": ";

@@ -3,7 +3,7 @@
 // parameters, n - p in its BIC), pasted, exported a cell to a line, aligned
 // with decimal commas; the kernel of a likelihood; the binary viewer file
 // refused with how to export text.
-#include "selection/fits/spss_output.hpp"
+#include "selection/fits/output_readers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +15,7 @@ namespace drav::selection::fits {
 namespace {
 
 using testing_support::SampleText;
+const OutputReader& kSpss = ReaderOf("SPSS");
 
 struct Sample {
   const char* name;
@@ -26,10 +27,9 @@ class SpssSamples : public ::testing::TestWithParam<Sample> {};
 
 TEST_P(SpssSamples, EveryNumberIsRs) {
   const std::string text = SampleText(GetParam().file);
-  ASSERT_TRUE(LooksLikeSpssOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
-  const auto records = ReadSpssOutput(text, GetParam().file, strict);
-  testing::ExpectRecords(records, GetParam().expected, "SPSS");
+  const auto records = kSpss.Read(text, GetParam().file, strict);
+  testing::ExpectRecords(records, GetParam().expected);
   for (const auto& record : records) EXPECT_FALSE(record.derivation.empty()) << record.model;
 }
 
@@ -47,7 +47,7 @@ TEST(SpssOutput, DecimalPointsWithThousandsSeparatorsAreNotDecimalCommas) {
   for (char& c : text) c = c == ',' ? '.' : c;
   text.replace(text.find("210.392"), 7, "1,210.392");  // a deviance no criterion is made from
   Diagnostics diagnostics;
-  testing::ExpectRecords(ReadSpssOutput(text, "spss/spss-genlin.txt", diagnostics), "spss/spss-genlin.expected", "SPSS");
+  testing::ExpectRecords(kSpss.Read(text, "spss/spss-genlin.txt", diagnostics), "spss/spss-genlin.expected");
 }
 
 TEST(SpssOutput, TheKernelOfTheLikelihoodIsAKindOfItsOwn) {
@@ -55,9 +55,19 @@ TEST(SpssOutput, TheKernelOfTheLikelihoodIsAKindOfItsOwn) {
   const std::string full = "The full log likelihood function is displayed";
   text.replace(text.find(full), full.size(), "The kernel of the log likelihood function is displayed");
   Diagnostics diagnostics;
-  const auto records = ReadSpssOutput(text, "kernel.txt", diagnostics);
+  const auto records = kSpss.Read(text, "kernel.txt", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].kind, LikelihoodKind::ConstantsDropped);
+}
+
+// Tables under no TITLE are named after the file, told apart by their order.
+TEST(SpssOutput, UntitledModelsAreNumberedInFileOrder) {
+  const std::string genlin = SampleText("spss/spss-genlin.txt");
+  Diagnostics diagnostics;
+  const auto records = kSpss.Read(genlin + genlin, "exports/fits.txt", diagnostics);
+  ASSERT_EQ(records.size(), 2u);
+  EXPECT_EQ(records[0].model, "fits (1)");
+  EXPECT_EQ(records[1].model, "fits (2)");
 }
 
 TEST(SpssOutput, RemlWithoutModelDimensionLeavesNUnknown) {
@@ -65,7 +75,7 @@ TEST(SpssOutput, RemlWithoutModelDimensionLeavesNUnknown) {
   text = text.substr(text.find("Information Criteriaa"));
   text = text.substr(0, text.find("TITLE"));
   Diagnostics diagnostics;
-  const auto records = ReadSpssOutput(text, "reml.txt", diagnostics);
+  const auto records = kSpss.Read(text, "reml.txt", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].k, 2);
   EXPECT_TRUE(std::isnan(records[0].n));
@@ -78,9 +88,9 @@ TEST(SpssOutput, AnExportedTableAloneIsRecognisedAndRead) {
   std::string text = SampleText("spss/spss-mixed.txt");
   text = text.substr(text.find("TITLE 'Sleep study ML'"));
   ASSERT_EQ(text.find("Akaike's Information Criterion"), std::string::npos);  // broken in this layout
-  ASSERT_TRUE(LooksLikeSpssOutput(text));
+  ASSERT_TRUE(kSpss.LooksLike(text));
   Diagnostics diagnostics;
-  const auto records = ReadSpssOutput(text, "ml.txt", diagnostics);
+  const auto records = kSpss.Read(text, "ml.txt", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].model, "Sleep study ML");
   EXPECT_EQ(records[0].k, 4);
@@ -90,10 +100,10 @@ TEST(SpssOutput, AnExportedTableAloneIsRecognisedAndRead) {
 
 TEST(SpssOutput, TheViewersBinaryFileIsRefusedWithHowToExportText) {
   const std::string spv = std::string("PK\x03\x04", 4) + std::string(26, '\0') + "outputViewer0000000001.xml";
-  ASSERT_TRUE(LooksLikeSpssOutput(spv));
+  ASSERT_TRUE(kSpss.LooksLike(spv));
   Diagnostics diagnostics;
   try {
-    ReadSpssOutput(spv, "fits.spv", diagnostics);
+    kSpss.Read(spv, "fits.spv", diagnostics);
     FAIL() << "read a binary viewer file";
   } catch (const DataError& error) {
     EXPECT_NE(std::string(error.what()).find("Export"), std::string::npos) << error.what();

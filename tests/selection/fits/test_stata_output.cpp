@@ -1,7 +1,7 @@
 // Stata's text logs read into records: every number held to R's fits of the
 // same data, the names Stata shortens, lines wrapped with "> ", thousands
 // separators, a model listed twice, and the fits that must not be ranked.
-#include "selection/fits/stata_output.hpp"
+#include "selection/fits/output_readers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +18,7 @@ namespace {
 using testing::ExpectRecords;
 using testing_support::LineOf;
 using testing_support::SampleText;
+const OutputReader& kStata = ReaderOf("Stata");
 
 struct Sample {
   const char* name;
@@ -29,9 +30,8 @@ class StataSamples : public ::testing::TestWithParam<Sample> {};
 
 TEST_P(StataSamples, EveryNumberIsRs) {
   const std::string text = SampleText(GetParam().file);
-  ASSERT_TRUE(LooksLikeStataOutput(text));
   Diagnostics strict(true);  // nothing here is in doubt
-  ExpectRecords(ReadStataOutput(text, GetParam().file, strict), GetParam().expected, "Stata");
+  ExpectRecords(kStata.Read(text, GetParam().file, strict), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -52,15 +52,15 @@ const std::string kTableHead =
 const std::string kTableEnd = std::string(77, '-') + "\n";
 
 std::vector<FitRecord> Read(const std::string& text, Diagnostics& diagnostics) {
-  return ReadStataOutput(text, "fits.log", diagnostics);
+  return kStata.Read(text, "fits.log", diagnostics);
 }
 
 TEST(StataOutput, RegressCountsItsOwnWay) {
   Diagnostics diagnostics;
-  const auto records = ReadStataOutput(SampleText("stata/stata-regress.log"), "stata/stata-regress.log", diagnostics);
+  const auto records = kStata.Read(SampleText("stata/stata-regress.log"), "stata/stata-regress.log", diagnostics);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_NE(records[0].counting.find("residual variance"), std::string::npos);
-  const auto logit = ReadStataOutput(SampleText("stata/stata-logit.log"), "stata/stata-logit.log", diagnostics);
+  const auto logit = kStata.Read(SampleText("stata/stata-logit.log"), "stata/stata-logit.log", diagnostics);
   ASSERT_FALSE(logit.empty());
   EXPECT_TRUE(logit[0].counting.empty());
 }
