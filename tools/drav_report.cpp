@@ -25,6 +25,7 @@
 #include "tools/option_table.hpp"
 #include "tools/selection_command.hpp"
 #include "tools/selection_options.hpp"
+#include "tools/table_output.hpp"
 #include "tools/trouble.hpp"
 
 namespace {
@@ -69,20 +70,20 @@ int Usage(std::string_view problem) {
   return Code(ExitStatus::BadUsage);
 }
 
+// All of `text` on standard output, or a WriteFailure that a full disk or a
+// closed pipe is told by.
+int Written(std::string_view text) {
+  drav::cli::WriteOut(text, "report");
+  drav::cli::FinishOutput("report");
+  return Code(ExitStatus::Done);
+}
+
 // The system's reason why `path` cannot be read, for a path that the run
 // found missing: a dangling link, a loop of links or a folder without
 // search rights all look missing, but each has its own cause.
 std::string WhyMissing(const char* path) {
   struct stat info {};
   return ::stat(path, &info) == 0 ? std::strerror(ENOENT) : std::strerror(errno);
-}
-
-// Writes the report; a full disk or a closed pipe is told, not swallowed.
-bool Write(std::string_view text) {
-  errno = 0;
-  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return true;
-  std::cerr << "drav-report: cannot write the report: " << std::strerror(errno != 0 ? errno : EIO) << '\n';
-  return false;
 }
 
 // The classic report of COUNT models in FILE; throws as the analysis does.
@@ -112,9 +113,7 @@ int RunClassic(std::string_view count, std::string_view operand) {
   }
   // The report area ends its lines with the platform's report line end; a
   // terminal wants "\n".
-  if (!Write(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"))) {
-    return Code(ExitStatus::Unwritable);
-  }
+  Written(drav::ReplaceAll(drav::ReplaceAll(window.ResultsText(), "\r\n", "\n"), "\r", "\n"));
   if (const auto line = drav::cli::FirstLineWithoutNumber(file, static_cast<std::int64_t>(drav::Val(count)))) {
     std::cerr << "drav-report: hint: line " << *line << " holds no AIC value, so it stands as a model with AIC 0.0;"
               << " drav-report table FILE reads a table with a header line\n";
@@ -135,33 +134,30 @@ int main(int argc, char** argv) {
   }
   if (argc >= 2 && std::string_view(argv[1]) == "fits") return drav::cli::RunFitsCommand(argc - 1, argv + 1);
   std::setlocale(LC_ALL, "");
-  // Options may stand anywhere before "--"; "-" alone is standard input and
-  // "-5" a (bad) count, so only a double dash starts an option.
-  std::vector<std::string_view> operands;
-  bool optionsEnd = false;
-  for (int i = 1; i < argc; ++i) {
-    const std::string_view arg = argv[i];
-    if (optionsEnd || arg.substr(0, 2) != "--") {
-      operands.push_back(arg);
-    } else if (arg == "--") {
-      optionsEnd = true;
-    } else if (arg == "--help") {
-      return Code(Write(std::string(kHelp).append(drav::cli::SelectionSummary()).append("\n").append(
-                            drav::cli::ExitStatusHelp()))
-                      ? ExitStatus::Done
-                      : ExitStatus::Unwritable);
-    } else if (arg == "--bash-completion") {
-      // Written into the package at build time, from the table of options.
-      return Code(Write(drav::cli::BashCompletion()) ? ExitStatus::Done : ExitStatus::Unwritable);
-    } else if (arg == "--version") {
-      return Code(Write("drav-report 2.1\n") ? ExitStatus::Done : ExitStatus::Unwritable);
-    } else {
-      return Usage("unknown option " + std::string(arg));
+  return drav::cli::RunReporting("", [argc, argv](std::optional<drav::selection::Diagnostics>&) {
+    // Options may stand anywhere before "--"; "-" alone is standard input and
+    // "-5" a (bad) count, so only a double dash starts an option.
+    std::vector<std::string_view> operands;
+    bool optionsEnd = false;
+    for (int i = 1; i < argc; ++i) {
+      const std::string_view arg = argv[i];
+      if (optionsEnd || arg.substr(0, 2) != "--") {
+        operands.push_back(arg);
+      } else if (arg == "--") {
+        optionsEnd = true;
+      } else if (arg == "--help") {
+        return Written(std::string(kHelp).append(drav::cli::SelectionSummary()).append("\n").append(
+            drav::cli::ExitStatusHelp()));
+      } else if (arg == "--bash-completion") {
+        // Written into the package at build time, from the table of options.
+        return Written(drav::cli::BashCompletion());
+      } else if (arg == "--version") {
+        return Written("drav-report 2.1\n");
+      } else {
+        return Usage("unknown option " + std::string(arg));
+      }
     }
-  }
-  if (operands.size() != 2) return Usage(operands.size() < 2 ? "COUNT and FILE are needed" : "too many operands");
-
-  return drav::cli::RunReporting("", [&operands](std::optional<drav::selection::Diagnostics>&) {
+    if (operands.size() != 2) return Usage(operands.size() < 2 ? "COUNT and FILE are needed" : "too many operands");
     return RunClassic(operands[0], operands[1]);
   });
 }

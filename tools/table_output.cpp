@@ -15,16 +15,18 @@ namespace drav::cli {
 
 namespace sel = drav::selection;
 
-void WriteOut(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) throw WriteFailure(errno);
+void WriteOut(std::string_view text, std::string_view written) {
+  errno = 0;
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) throw WriteFailure(errno ? errno : EIO, written);
 }
 
-void FinishOutput() {
-  if (std::fflush(stdout) != 0) throw WriteFailure(errno);
+void FinishOutput(std::string_view written) {
+  errno = 0;
+  if (std::fflush(stdout) != 0) throw WriteFailure(errno ? errno : EIO, written);
 }
 
 void WriteTable(const sel::OutputTable& layout, OutputFormat format, std::optional<int> digits, unsigned threads) {
-  sel::OutputBuffer out(WriteOut, threads);
+  sel::OutputBuffer out([](std::string_view text) { WriteOut(text); }, threads);
   switch (format) {
     case OutputFormat::Text: sel::WriteText(layout, digits, out); break;
     case OutputFormat::Csv: sel::WriteDelimited(layout, ',', out); break;

@@ -38,7 +38,7 @@ int RunReporting(std::string_view command,
                  command == "fits" ? "..." : "|-", form.c_str());
     return Code(ExitStatus::BadUsage);
   } catch (const WriteFailure& failure) {
-    return fail(ExitStatus::Unwritable, "cannot write the output: " + failure.Reason());
+    return fail(ExitStatus::Unwritable, "cannot write the " + failure.Written() + ": " + failure.Reason());
   } catch (const IOException& error) {
     // A stream stops an input past its limit with EFBIG: it was read, and
     // is too long to be what it should be, which is the data's fault.
