@@ -36,8 +36,10 @@ What each program must print; the programs are tried in this order:
                K = No. Observations - Df Residuals (Df Model leaves out the
                constant), + 1 for the variance of OLS, WLS and GLS, whose
                printed AIC leaves it out (2 below R's), + 1 for the scale
-               of a Gamma or inverse Gaussian GLM. Log-likelihoods come to
-               5 significant digits; models without an AIC get it from them.
+               of a Gaussian, Gamma or inverse Gaussian GLM, + 1 for the
+               alpha of NegativeBinomial and GeneralizedPoisson. Log-
+               likelihoods come to 5 significant digits; models without an
+               AIC get it from them.
   MARK         the output file of a run, any number of models. logLik =
                -2logL / -2, printed without the multinomial constants (kind
                "constants dropped": it ranks only beside MARK fits of the
@@ -67,16 +69,20 @@ What each program must print; the programs are tried in this order:
                n from the BIC (n - p under REML, the fixed effects added
                back); decimal commas read. A .spv file is refused, saying
                how to export text.
-  R            summary() of glm: n = residual df + coefficients, K =
-               coefficients (aliased ones not), + 1 for the dispersion of
-               gaussian, Gamma and inverse.gaussian, + 1 for glm.nb's theta,
-               logLik = K - AIC/2 (rows deleted for missingness are not in
-               n; quasi families have no likelihood). summary() or print()
-               of lmer/glmer: K = n - df.resid; a REML fit gives its REML
-               criterion, K counted from its effects, and is never ranked
-               beside ML fits. anova() of several fits: npar and logLik of
-               each row. logLik(): K from df, n from --n. Console prompts,
-               [1], knitr's "## " and Rscript's plain output all read.
+  R            summary() or print() of glm and glm.nb: n = residual df +
+               coefficients, K = coefficients (aliased ones not), + 1 for
+               the dispersion of gaussian, Gamma and inverse.gaussian, + 1
+               for glm.nb's theta, logLik = K - AIC/2 (rows deleted for
+               missingness are not in n; quasi families have no
+               likelihood). summary() or print() of lmer/glmer (lmerTest's
+               too): K = n - df.resid; a REML fit gives its REML criterion,
+               K counted from its effects, and is never ranked beside ML
+               fits. anova() of several fits: npar and logLik of each row.
+               logLik(): K from df, n from --n; REML where the call asks
+               for it (REML = TRUE). Each output is read up to the next
+               call printed or command typed, never into the next.
+               Console prompts, [1], knitr's "## " and Rscript's plain
+               output all read.
 
 Where K, n or logLik are derived, --verbose shows how (a column in fits, a
 note per model in table --fits).

@@ -1,6 +1,7 @@
-// summary() of a glm as R prints it. R prints no log-likelihood there, only
-// the AIC (to five significant digits) and the degrees of freedom, so the
-// rest is derived, and the derivation kept for --verbose:
+// summary() or print() of a glm as R prints it. R prints no log-likelihood
+// there, only the AIC (to five significant digits in a summary, four in a
+// print) and the degrees of freedom, so the rest is derived, and the
+// derivation kept for --verbose:
 //   rank = coefficient rows that are not NA (aliased ones are)
 //   n    = residual df + rank
 //   K    = rank, + 1 for the dispersion of gaussian, Gamma and
@@ -49,11 +50,28 @@ std::string FormulaOf(const std::string& call) {
   return first.find('~') == std::string_view::npos ? std::string() : std::string(first);
 }
 
-// The formula of the call printed under "Call:", the piece's first line.
-std::string Formula(const Transcript& lines, std::size_t begin, std::size_t end) {
+// The call printed beside "Call:" (print()) or under it (summary()), the
+// piece's first line.
+std::string Call(const Transcript& lines, std::size_t begin, std::size_t end) {
+  const std::string_view beside = Trimmed(Trimmed(lines[begin].text).substr(5));
+  if (!beside.empty()) {
+    const std::string joined = JoinedCall(lines, begin, end);  // "Call:  glm(..."
+    return std::string(Trimmed(std::string_view(joined).substr(5)));
+  }
   std::size_t callAt = begin + 1;
   while (callAt < end && (lines[callAt].command || Trimmed(lines[callAt].text).empty())) ++callAt;
-  return FormulaOf(JoinedCall(lines, callAt, end));
+  return JoinedCall(lines, callAt, end);
+}
+
+// The family a call names ("family = poisson", "family = Gamma(link =
+// "log")"): print() shows no other; glm's default is gaussian.
+std::string FamilyOf(const std::string& call) {
+  const std::size_t at = call.find("family =");
+  if (at == std::string::npos) return call.starts_with("glm(") ? "gaussian" : "";
+  std::string family(Trimmed(std::string_view(call).substr(at + 8)));
+  family = family.substr(0, family.find_first_of(",)( "));
+  if (family.starts_with("stats::")) family = family.substr(7);
+  return family;
 }
 
 // What a glm's summary prints that K, n and the log-likelihood are made of.
@@ -67,15 +85,28 @@ struct GlmSummary {
   std::string deleted;
 };
 
-// The header of the coefficient table at `at`, then one row per coefficient
-// until a blank line or the significance codes; returns the line after.
+// The coefficients after "Coefficients:" at `at`: summary() prints a table
+// under a header with "Estimate", one row per coefficient until a blank
+// line or the significance codes; print() prints the names across, lines
+// of names and lines of values in turn. Returns the line after.
 std::size_t CountCoefficients(const Transcript& lines, std::size_t at, std::size_t end, GlmSummary& summary) {
-  std::size_t j = at + 2;
+  const bool table = at + 1 < end && lines[at + 1].text.find("Estimate") != std::string_view::npos;
+  std::size_t j = at + (table ? 2 : 1);
   for (; j < end && !lines[j].command; ++j) {
     const auto words = Words(lines[j].text);
-    if (words.empty() || words[0] == "---") break;
-    ++summary.rows;
-    if (words.size() > 1 && words[1] == "NA") ++summary.aliased;
+    if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
+    if (table) {
+      ++summary.rows;
+      if (words.size() > 1 && words[1] == "NA") ++summary.aliased;
+      continue;
+    }
+    // A line of values holds numbers and NAs only; a line of names does not.
+    const bool values = std::all_of(words.begin(), words.end(), [](std::string_view w) {
+      return w == "NA" || ReadPrinted(w).has_value();
+    });
+    if (!values) continue;
+    summary.rows += words.size();
+    summary.aliased += static_cast<std::size_t>(std::count(words.begin(), words.end(), "NA"));
   }
   return j;
 }
@@ -94,6 +125,15 @@ GlmSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::siz
       const auto words = Words(line);
       const auto on = std::find(words.begin(), words.end(), "on");
       if (on != words.end() && on + 1 != words.end()) summary.residualDf = ReadPrinted(*(on + 1));
+    } else if (line.starts_with("Degrees of Freedom:")) {
+      // print(): "Degrees of Freedom: 71 Total (i.e. Null);  66 Residual"
+      const auto words = Words(line);
+      const auto residual = std::find(words.begin(), words.end(), "Residual");
+      if (residual != words.begin() && residual != words.end()) summary.residualDf = ReadPrinted(*(residual - 1));
+    } else if (line.starts_with("Residual Deviance:") && line.find("AIC:") != std::string_view::npos) {
+      const std::string_view aic = Trimmed(line.substr(line.find("AIC:") + 4));
+      summary.aicNA = aic == "NA";
+      summary.aic = ReadPrinted(aic);
     } else if (line.ends_with("deleted due to missingness)")) {
       summary.deleted = std::string(line.substr(1, line.size() - 2));
     } else if (line.starts_with("AIC:")) {
@@ -143,10 +183,16 @@ void LogLikelihood(const GlmSummary& summary, FitRecord& r) {
 std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t begin, std::size_t end,
                                         ProgramOutput& output) {
   FitRecord r = output.Model(lines[begin].number);
-  r.model = Formula(lines, begin, end);
-  const GlmSummary summary = ReadSummaryLines(lines, begin, end);
+  const std::string call = Call(lines, begin, end);
+  r.model = FormulaOf(call);
+  GlmSummary summary = ReadSummaryLines(lines, begin, end);
+  // print() names the family only in the call, and prints no theta.
+  if (summary.family.empty()) summary.family = FamilyOf(call);
+  summary.theta = summary.theta || call.starts_with("glm.nb(");
   if (!summary.aic && !summary.aicNA) return std::nullopt;
-  const std::string where = "summary() of glm " + (r.model.empty() ? std::string() : "'" + r.model + "'") + ": ";
+  const bool printed = !Trimmed(Trimmed(lines[begin].text).substr(5)).empty();
+  const std::string where = (printed ? "print() of glm " : "summary() of glm ") +
+                            (r.model.empty() ? std::string() : "'" + r.model + "'") + ": ";
   if (!summary.residualDf || summary.rows == 0) {
     output.Warn(where + "it lacks its coefficients or residual degrees of freedom, so K and n are unknown", r.line);
     return std::nullopt;

@@ -38,14 +38,15 @@ double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size
   return parameters;
 }
 
-// Fixed effects: summary() prints a table, one row a coefficient; print()
-// prints the names across, alternating lines of names and of values.
+// Fixed effects: summary() prints a table, one row a coefficient, which
+// lmerTest follows with a rule and the significance codes; print() prints
+// the names across, alternating lines of names and of values.
 double FixedEffects(const Transcript& lines, std::size_t at, std::size_t end) {
   const bool across = Trimmed(lines[at].text).starts_with("Fixed Effects:");
   double count = 0;
   for (std::size_t i = at + (across ? 1 : 2); i < end && !lines[i].command; i += across ? 2 : 1) {
     const auto words = Words(lines[i].text);
-    if (words.empty()) break;
+    if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
     count += across ? static_cast<double>(words.size()) : 1;
   }
   return count;

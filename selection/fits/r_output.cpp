@@ -8,18 +8,26 @@
 namespace drav::selection::fits {
 namespace {
 
-enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik };
+// Other: the printed output of a fit that no piece reads (polr, lm's
+// print, ...), which ends the piece before it all the same.
+enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, Other };
 
 Piece PieceAt(const Transcript& lines, std::size_t i) {
   if (lines[i].command) return Piece::None;
   const std::string_view line = Trimmed(lines[i].text);
-  if (line == "Call:") {
-    std::size_t next = i + 1;
-    while (next < lines.size() && Trimmed(lines[next].text).empty()) ++next;
-    if (next == lines.size() || lines[next].command) return Piece::None;
-    const std::string_view call = Trimmed(lines[next].text);
+  // summary() prints "Call:" alone and the call below it; print() prints
+  // both on one line.
+  if (line.starts_with("Call:")) {
+    std::string_view call = Trimmed(line.substr(5));
+    if (call.empty()) {
+      std::size_t next = i + 1;
+      while (next < lines.size() && Trimmed(lines[next].text).empty()) ++next;
+      if (next == lines.size() || lines[next].command) return Piece::Other;
+      call = Trimmed(lines[next].text);
+    }
     if (call.starts_with("lm(")) return Piece::Lm;
-    return call.find("glm") != std::string_view::npos ? Piece::Glm : Piece::None;
+    const bool glm = call.starts_with("glm(") || call.starts_with("glm.nb(") || call.find("::glm") != std::string_view::npos;
+    return glm ? Piece::Glm : Piece::Other;
   }
   if (line.find("mixed model fit by") != std::string_view::npos) return Piece::Mixed;
   if (line == "Models:") return Piece::Anova;
@@ -81,6 +89,17 @@ std::string Collapsed(std::string_view text) {
   return out;
 }
 
+// logLik(fit, REML = TRUE) prints a restricted likelihood, whatever the fit
+// was fitted by; the line itself does not say so, only the call does.
+bool AsksForReml(std::string_view command) {
+  std::string plain;
+  for (const char c : command) {
+    if (c != ' ') plain += c;
+  }
+  return plain.find("REML=TRUE") != std::string::npos || plain.find("REML=T)") != std::string::npos ||
+         plain.find("REML=T,") != std::string::npos;
+}
+
 // anova() prints no n; a summary of the same formula in the file does.
 void ShareN(std::vector<FitRecord>& records) {
   for (FitRecord& r : records) {
@@ -98,6 +117,8 @@ void ShareN(std::vector<FitRecord>& records) {
 bool LooksLikeROutput(std::string_view text) {
   return text.find("'log Lik.' ") != std::string_view::npos ||
          text.find("Residual deviance:") != std::string_view::npos ||
+         (text.find("Degrees of Freedom:") != std::string_view::npos &&
+          text.find("Residual Deviance:") != std::string_view::npos) ||
          text.find("mixed model fit by") != std::string_view::npos ||
          (text.find("Models:") != std::string_view::npos && text.find("logLik") != std::string_view::npos);
 }
@@ -109,9 +130,12 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const Piece piece = PieceAt(lines, i);
     if (piece == Piece::None) continue;
+    // A piece ends where the next begins, or at the next command typed:
+    // what is printed after it belongs to another output.
     std::size_t end = i + 1;
-    while (end < lines.size() && PieceAt(lines, end) == Piece::None) ++end;
-    const std::string object = PrintedObject(CommandBefore(lines, i));
+    while (end < lines.size() && !lines[end].command && PieceAt(lines, end) == Piece::None) ++end;
+    const std::string_view command = CommandBefore(lines, i);
+    const std::string object = PrintedObject(command);
     const auto add = [&](std::optional<FitRecord> record) {
       if (record) found.push_back({std::move(*record), object});
     };
@@ -126,16 +150,20 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
         break;
       case Piece::LogLik:
         if (const auto ll = ReadLogLikLine(lines[i].text)) {
-          if (Refine(found, object, *ll, lines[i].number, output)) break;
+          const bool reml = AsksForReml(command);
+          if (!reml && Refine(found, object, *ll, lines[i].number, output)) break;
           FitRecord r = output.Model(lines[i].number);
           r.logLik = ll->value.value;
           r.logLikHalfUnit = ll->value.halfUnit;
           r.k = ll->df;
+          if (reml) r.kind = LikelihoodKind::REML;
           r.derivation = "K = df of logLik(); " + std::string(kNNotPrinted);
+          if (reml) r.derivation += "; REML, as the call asks";
           found.push_back({std::move(r), object});
           found.back().record.model = object;
         }
         break;
+      case Piece::Other:
       case Piece::None: break;
     }
     i = end - 1;

@@ -7,10 +7,14 @@
 //   Residuals, the coefficients with the constant;
 //   + 1 for the error variance of OLS, WLS and GLS, which R's AIC() counts
 //   and statsmodels' printed AIC does not (it is 2 below R's);
+//   + 1 for the scale of a Gaussian GLM, as for OLS (the same model);
 //   + 1 for the scale of a Gamma or inverse Gaussian GLM, whose
 //   log-likelihood statsmodels evaluates at the Pearson estimate of the
 //   scale rather than at its maximum, as R does: the two programs' values
-//   differ a little, and are said to when ranked together.
+//   differ a little, and are said to when ranked together;
+//   + 1 for the dispersion (alpha) of the discrete negative binomial and
+//   generalized Poisson models, a parameter of the fit that Df Residuals
+//   leaves out and statsmodels' own AIC counts.
 // Logit, Probit, Poisson and the other GLMs print no AIC; it is computed
 // from the log-likelihood.
 #include <cmath>
@@ -89,6 +93,12 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       r.k += 1;
       AddStep(r.derivation, "+ 1 for the error variance");
       r.counting = "statsmodels' AIC of " + model + " leaves out the error variance, 2 below R's AIC()";
+    } else if (family == "Gaussian") {
+      r.k += 1;
+      AddStep(r.derivation, "+ 1 for the Gaussian scale");
+    } else if (model == "NegativeBinomial" || model == "NegativeBinomialP" || model == "GeneralizedPoisson") {
+      r.k += 1;
+      AddStep(r.derivation, "+ 1 for the dispersion alpha");
     } else if (family == "Gamma" || family == "InverseGaussian") {
       r.k += 1;
       AddStep(r.derivation, "+ 1 for the " + family + " scale");
