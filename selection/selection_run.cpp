@@ -50,8 +50,10 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
 
 Selection::Selection(const FitsRequest& fits, const SelectionRequest& request, Diagnostics& diagnostics) {
   if (request.command != Command::Table) throw UsageError("models read from programs' outputs are only ranked");
-  const std::vector<fits::FitRecord> records = fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics);
-  table_ = fits::CandidatesFromFits(records, request.load, diagnostics);
+  const std::vector<fits::FitRecord> records =
+      fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics,
+                         fits.onlyRankable ? fits::BadFile::LeaveOut : fits::BadFile::Refuse);
+  table_ = fits::CandidatesFromFits(records, request.load, diagnostics, fits.onlyRankable);
   if (fits.verbose) {
     for (const fits::FitRecord& r : records) {
       if (!r.derivation.empty()) diagnostics.Note("'" + r.model + "': " + r.derivation, r.source, r.line);
@@ -130,7 +132,7 @@ void Selection::AverageOne(const SelectionRequest& request, Diagnostics& diagnos
 }
 
 FitsListing::FitsListing(const FitsRequest& fits, Diagnostics& diagnostics)
-    : records_(fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics)),
+    : records_(fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics, fits::BadFile::Tell, &leftOut_)),
       layout_(fits::FitsLayout(records_, fits.verbose)) {}
 
 }  // namespace drav::selection

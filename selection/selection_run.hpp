@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/diagnostics.hpp"
+#include "selection/fits/fit_files.hpp"
 #include "selection/fits/fit_record.hpp"
 #include "selection/input/delimited_reader.hpp"
 #include "selection/input/load_candidates.hpp"
@@ -36,6 +37,7 @@ struct FitsRequest {
   std::string modelNames;          // a file of the models' names, one a line, in listing order; empty: their own
   std::optional<double> n;         // the n of the models whose outputs print none
   bool verbose = false;            // how K, n and logLik were found: a column of the listing, a note a model
+  bool onlyRankable = false;       // rank what can be, leaving out with a warning what cannot
 };
 
 struct SelectionRequest {
@@ -93,8 +95,12 @@ class FitsListing {
   FitsListing& operator=(const FitsListing&) = delete;
 
   const OutputTable& Layout() const { return layout_; }
+  // The files that could not be read, or that no reader knows, each told as
+  // an error; the others are listed all the same.
+  const fits::FilesLeftOut& LeftOut() const { return leftOut_; }
 
  private:
+  fits::FilesLeftOut leftOut_;
   std::vector<fits::FitRecord> records_;
   OutputTable layout_;
 };

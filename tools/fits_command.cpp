@@ -31,7 +31,7 @@ std::optional<double> GivenN(const std::string& text, const std::string& option)
 sel::FitsRequest FitsRequestOf(const SelectionOptions& options) {
   // A table's --n names a column; with --fits it is the n itself.
   return {options.fitFiles, options.modelNames, GivenN(options.load.roles.n, options.fits ? "--n with --fits" : "--n"),
-          options.verbose};
+          options.verbose, options.onlyRankable};
 }
 
 int RunFitsCommand(int argc, char** argv) {
@@ -45,8 +45,13 @@ int RunFitsCommand(int argc, char** argv) {
     diagnostics.emplace(options.strict);
     const sel::FitsListing listing(FitsRequestOf(options), *diagnostics);
     ReportUnshown(*diagnostics);
-    WriteTable(listing.Layout(), options.format, options.digits);
-    return Code(ExitStatus::Done);
+    // As grep does: every model of the files that could be read, each file
+    // that could not told, and a status that says some were not.
+    if (listing.Layout().rows > 0 || (listing.LeftOut().unreadable == 0 && listing.LeftOut().refused == 0)) {
+      WriteTable(listing.Layout(), options.format, options.digits);
+    }
+    if (listing.LeftOut().unreadable > 0) return Code(ExitStatus::Unreadable);
+    return Code(listing.LeftOut().refused > 0 ? ExitStatus::BadData : ExitStatus::Done);
   });
 }
 

@@ -146,6 +146,11 @@ constexpr Option kOptions[] = {
      "                   instead of a table; with --model-names NFILE, --n N and\n"
      "                   --verbose as drav-report fits --help tells\n",
      [](SelectionOptions& o, std::string_view, Form) { o.fits = true; }},
+    {"--only-rankable", "", "", kTable,
+     "  --only-rankable  (table --fits) rank the models that can be ranked, leaving\n"
+     "                   out with a warning each file no reader knows and each\n"
+     "                   model without a likelihood, K or the n AICc needs\n",
+     [](SelectionOptions& o, std::string_view, Form) { o.onlyRankable = true; }},
     {"--model-names", "NFILE", "", kTable, "",
      [](SelectionOptions& o, std::string_view value, Form) { o.modelNames = value; }},
     {"--verbose", "", "", kTable, "", [](SelectionOptions& o, std::string_view, Form) { o.verbose = true; }},

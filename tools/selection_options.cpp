@@ -19,7 +19,9 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
   if (options.help) return options;
   if (!options.fits) {
     if (options.fitFiles.size() > 1) throw UsageError("one FILE only; '" + options.fitFiles[1] + "' is a second");
-    if (!options.modelNames.empty() || options.verbose) throw UsageError("--model-names and --verbose go with --fits");
+    if (!options.modelNames.empty() || options.verbose || options.onlyRankable) {
+      throw UsageError("--model-names, --verbose and --only-rankable go with --fits");
+    }
     options.file = options.fitFiles.front();
     options.fitFiles.clear();
   }

@@ -35,6 +35,7 @@ struct SelectionOptions {
   std::vector<std::string> fitFiles;
   std::string modelNames;  // --model-names FILE: the models' names, one a line
   bool verbose = false;    // --verbose: how K, n and logLik were found
+  bool onlyRankable = false;  // --only-rankable: leave out what cannot be ranked, with a warning
 };
 
 // argv[0] is the subcommand. Throws selection::UsageError, its message

@@ -16,7 +16,11 @@ namespace sel = drav::selection;
 
 void ReportUnshown(sel::Diagnostics& diagnostics) {
   for (const sel::Diagnostic& d : diagnostics.TakeUnshown()) {
-    const char* kind = d.severity == sel::Severity::Note ? "note: " : "warning: ";
+    // An error that did not end the run (a file of several that could not
+    // be read) is said as a refusal is.
+    const char* kind = d.severity == sel::Severity::Note    ? "note: "
+                       : d.severity == sel::Severity::Warning ? "warning: "
+                                                              : "";
     std::fprintf(stderr, "drav-report: %s%s\n", kind, sel::Describe(d).c_str());
   }
 }

@@ -20,18 +20,39 @@ std::string Where(const FitRecord& r) {
 
 std::string Named(const FitRecord& r) { return "'" + r.model + "' (" + r.program + ", " + Where(r) + ")"; }
 
-// How each model's likelihood may be compared: a model without one, or
-// with a pseudolikelihood, is refused, as is REML beside ML; any other two
-// kinds are warned of, naming the first model of each.
-void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
-  for (const FitRecord& r : records) {
-    if (r.kind == LikelihoodKind::None || r.kind == LikelihoodKind::Pseudo) {
-      std::string why = !r.warnings.empty()                 ? r.warnings.front()
-                        : r.kind == LikelihoodKind::Pseudo ? "a pseudolikelihood ranks nothing by AIC"
-                                                            : "its estimator gives no likelihood";
-      Refuse(r.source, r.line, "model '" + r.model + "' cannot be ranked: " + why);
-    }
+// A model that cannot be ranked whatever the others are: refused, its
+// ranking left to the others, or, with `leaveOut`, left out with a warning
+// that names it and says why.
+class Unrankable {
+ public:
+  Unrankable(bool leaveOut, bool others, Diagnostics& diagnostics)
+      : leaveOut_(leaveOut), others_(others), diagnostics_(diagnostics) {}
+
+  // False where `r` is left out.
+  bool Keep(const FitRecord& r, std::string why) const {
+    if (!leaveOut_) Refuse(r.source, r.line, others_ ? why + " (--only-rankable ranks the others)" : why);
+    diagnostics_.Warn("left out: " + why, r.source, r.line);
+    return false;
   }
+
+ private:
+  bool leaveOut_;
+  bool others_;  // more models than one were read
+  Diagnostics& diagnostics_;
+};
+
+// A model without a likelihood, or with a pseudolikelihood.
+bool HasLikelihood(const FitRecord& r, const Unrankable& unrankable) {
+  if (r.kind != LikelihoodKind::None && r.kind != LikelihoodKind::Pseudo) return true;
+  const std::string why = !r.warnings.empty()                 ? r.warnings.front()
+                          : r.kind == LikelihoodKind::Pseudo ? "a pseudolikelihood ranks nothing by AIC"
+                                                              : "its estimator gives no likelihood";
+  return unrankable.Keep(r, "model '" + r.model + "' cannot be ranked: " + why);
+}
+
+// How each model's likelihood may be compared: REML beside ML is refused;
+// any other two kinds are warned of, naming the first model of each.
+void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
   const FitRecord& first = records.front();
   const auto other = std::find_if(records.begin(), records.end(), [&](const FitRecord& r) { return r.kind != first.kind; });
   if (other == records.end()) return;
@@ -148,9 +169,17 @@ void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagno
 
 }  // namespace
 
-CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const LoadOptions& options,
-                                  Diagnostics& diagnostics) {
-  if (records.empty()) Refuse({}, 0, "no models in the outputs read");
+CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const LoadOptions& options,
+                                  Diagnostics& diagnostics, bool leaveOut) {
+  if (read.empty()) Refuse({}, 0, "no models in the outputs read");
+  const Unrankable unrankable(leaveOut, read.size() > 1, diagnostics);
+  std::vector<FitRecord> records;
+  for (const FitRecord& r : read) {
+    if (HasLikelihood(r, unrankable) && (!std::isnan(r.k) || unrankable.Keep(r, "model '" + r.model + "': K is not printed nor derivable"))) {
+      records.push_back(r);
+    }
+  }
+  if (records.empty()) Refuse({}, 0, "no model of the outputs read can be ranked");
   if (!options.byColumn.empty() || !options.roles.k.empty() || !options.modelColumn.empty() || !options.roles.terms.empty()) {
     throw UsageError("--by, --k, --model and --term name columns of a table; the outputs read with --fits have none");
   }
@@ -170,14 +199,14 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const L
   }
   table.sets.emplace_back();
   table.models.reserve(records.size());
+  std::vector<FitRecord> ranked;  // the records of table.models, one for one
   CheckPrintedAics(records, diagnostics);
   CheckNames(records, diagnostics);
   for (const FitRecord& r : records) {
-    if (std::isnan(r.k)) Refuse(r.source, r.line, "model '" + r.model + "': K is not printed nor derivable");
     if (NeedsN(table.criterion) && std::isnan(r.n)) {
-      Refuse(r.source, r.line,
-             "model '" + r.model + "': " + std::string(Title(table.criterion)) +
-                 " needs n, which this output does not print; --n N gives it");
+      unrankable.Keep(r, "model '" + r.model + "': " + std::string(Title(table.criterion)) +
+                             " needs n, which this output does not print; --n N gives it");
+      continue;
     }
     Candidate c;
     c.model = r.model;
@@ -192,11 +221,14 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const L
       const std::string held = InK(fault)   ? " has K = " + Shown(r.k) + "; "
                                : InN(fault) ? " has n = " + Shown(r.n) + "; "
                                             : ": ";
-      Refuse(r.source, r.line, "model '" + r.model + "'" + held + Why(fault, c, table.criterion));
+      unrankable.Keep(r, "model '" + r.model + "'" + held + Why(fault, c, table.criterion));
+      continue;
     }
     table.models.push_back(std::move(c));
+    ranked.push_back(r);
   }
-  NoteUnprintedDigits(records, table, diagnostics);
+  if (table.models.empty()) Refuse({}, 0, "no model of the outputs read can be ranked");
+  NoteUnprintedDigits(ranked, table, diagnostics);
   return table;
 }
 

@@ -18,8 +18,11 @@ namespace drav::selection::fits {
 // --n gives is in the records already (GiveN), never in options. Notes and
 // warnings go to `diagnostics`. Throws DataError for what cannot be ranked,
 // every model held to what a table's rows are (candidate_faults.hpp), and
-// UsageError for options that have no meaning here (--by, --k).
+// UsageError for options that have no meaning here (--by, --k). With
+// `leaveOut`, a model that cannot be ranked whatever the others are (no
+// likelihood, no K, no n for AICc, a fault of a table's row) is left out
+// with a warning instead, and the others ranked.
 CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const LoadOptions& options,
-                                  Diagnostics& diagnostics);
+                                  Diagnostics& diagnostics, bool leaveOut = false);
 
 }  // namespace drav::selection::fits

@@ -83,14 +83,39 @@ std::vector<std::string> Expanded(const std::vector<std::string>& files) {
 }  // namespace
 
 std::vector<FitRecord> ReadFitFiles(const std::vector<std::string>& files, const std::string& modelNames,
-                                    std::optional<double> n, Diagnostics& diagnostics) {
+                                    std::optional<double> n, Diagnostics& diagnostics, BadFile bad,
+                                    FilesLeftOut* leftOut) {
   std::vector<FitRecord> records;
   std::string text;
   text.reserve(1 << 20);
+  // A file's trouble, where the rest are read all the same: an error of its
+  // own, or a warning that it was left out.
+  const auto leave = [&](Diagnostic why) {
+    if (bad == BadFile::LeaveOut) {
+      why.severity = Severity::Warning;
+      why.text = "left out: " + why.text;
+    } else {
+      why.severity = Severity::Error;
+    }
+    diagnostics.Add(std::move(why));
+  };
   for (const std::string& file : Expanded(files)) {
-    ReadWhole(file, text);
     const std::string name = file == "-" ? "standard input" : file;
-    for (FitRecord& r : ReadProgramOutput(text, name, diagnostics)) records.push_back(std::move(r));
+    try {
+      ReadWhole(file, text);
+      // The models of a file that is then refused are not kept.
+      std::vector<FitRecord> found = ReadProgramOutput(text, name, diagnostics);
+      for (FitRecord& r : found) records.push_back(std::move(r));
+    } catch (const IOException& error) {
+      if (bad == BadFile::Refuse) throw;
+      if (leftOut) ++leftOut->unreadable;
+      leave({.file = error.Path(), .text = error.Reason()});
+    } catch (const DataError& refusal) {
+      // Under --strict a file left out would be one more warning refused.
+      if (bad == BadFile::Refuse || (bad == BadFile::LeaveOut && diagnostics.Strict())) throw;
+      if (leftOut) ++leftOut->refused;
+      leave(refusal.Said());
+    }
   }
   if (n) GiveN(records, *n);
   if (modelNames.empty()) return records;
