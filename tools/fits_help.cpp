@@ -79,10 +79,15 @@ What each program must print; the programs are tried in this order:
                K counted from its effects, and is never ranked beside ML
                fits. anova() of several fits: npar and logLik of each row.
                logLik(): K from df, n from --n; REML where the call asks
-               for it (REML = TRUE). Each output is read up to the next
-               call printed or command typed, never into the next.
-               Console prompts, [1], knitr's "## " and Rscript's plain
-               output all read.
+               for it (REML = TRUE). AIC(m1, m2, ...): K = df, logLik = K
+               - AIC/2. glmmTMB as lme4. nlme's lme and gls: "fit by REML"
+               or "maximum likelihood", K = AIC/2 + logLik (a gls print:
+               its coefficients + 1). ordinal's clm and clmm: logLik, AIC
+               and nobs of their table. Any summary ending "Log-likelihood:
+               X on K Df" (pscl, AER's tobit). Each output is read up to
+               the next call printed or command typed, never into the
+               next. Console prompts, [1], knitr's "## " and Rscript's
+               plain output all read.
 
 Where K, n or logLik are derived, --verbose shows how (a column in fits, a
 note per model in table --fits).

@@ -27,6 +27,25 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
 std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
                                           ProgramOutput& output);
 
+// The formula of the call a piece starts with ("Call:" and the call beside
+// or under it); empty where it has none.
+std::string CallFormula(const Transcript& lines, std::size_t begin, std::size_t end);
+
+// The pieces of r_other_fits.cpp: AIC() tables, nlme's lme and gls,
+// ordinal's clm and clmm, and any summary that ends "Log-likelihood: X on
+// K Df"; each heading is where its piece begins.
+bool IsAicTableHeading(std::string_view line);
+bool IsNlmeHeading(std::string_view line);
+bool IsClmHeading(std::string_view line);
+std::vector<FitRecord> ReadAicTable(const Transcript& lines, std::size_t begin, std::size_t end,
+                                    ProgramOutput& output);
+std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                     ProgramOutput& output);
+std::optional<FitRecord> ReadClmFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                    ProgramOutput& output);
+std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                     ProgramOutput& output);
+
 // anova(m1, m2, ...): one record per row, named by its formula from the
 // "Models:" list; n is not printed.
 std::vector<FitRecord> ReadAnovaTable(const Transcript& lines, std::size_t begin, std::size_t end,

@@ -209,4 +209,8 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
   return r;
 }
 
+std::string CallFormula(const Transcript& lines, std::size_t begin, std::size_t end) {
+  return FormulaOf(Call(lines, begin, end));
+}
+
 }  // namespace drav::selection::fits

@@ -10,7 +10,22 @@ namespace {
 
 // Other: the printed output of a fit that no piece reads (polr, lm's
 // print, ...), which ends the piece before it all the same.
-enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, Other };
+enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Other };
+
+// glmmTMB heads its summary with the family, where lme4 heads it with "...
+// mixed model fit by ..." (a heading that may wrap onto a second line) and
+// the family below.
+bool StartsGlmmTmb(const Transcript& lines, std::size_t i) {
+  if (!Trimmed(lines[i].text).starts_with("Family:")) return false;
+  int looked = 0;
+  for (std::size_t j = i; j-- > 0 && looked < 2;) {
+    if (Trimmed(lines[j].text).empty()) continue;
+    if (lines[j].command) return true;
+    if (lines[j].text.find("mixed model fit by") != std::string_view::npos) return false;
+    ++looked;
+  }
+  return true;
+}
 
 Piece PieceAt(const Transcript& lines, std::size_t i) {
   if (lines[i].command) return Piece::None;
@@ -29,7 +44,10 @@ Piece PieceAt(const Transcript& lines, std::size_t i) {
     const bool glm = call.starts_with("glm(") || call.starts_with("glm.nb(") || call.find("::glm") != std::string_view::npos;
     return glm ? Piece::Glm : Piece::Other;
   }
-  if (line.find("mixed model fit by") != std::string_view::npos) return Piece::Mixed;
+  if (line.find("mixed model fit by") != std::string_view::npos || StartsGlmmTmb(lines, i)) return Piece::Mixed;
+  if (IsAicTableHeading(line)) return Piece::AicTable;
+  if (IsNlmeHeading(line)) return Piece::Nlme;
+  if (IsClmHeading(line)) return Piece::Clm;
   if (line == "Models:") return Piece::Anova;
   if (line.starts_with("'log Lik.'")) return Piece::LogLik;
   return Piece::None;
@@ -114,8 +132,23 @@ void ShareN(std::vector<FitRecord>& records) {
   }
 }
 
+// A line that heads an AIC() table: "  df      AIC", spaced to the names.
+bool HoldsAicTable(std::string_view text) {
+  for (std::size_t at = text.find("df"); at != std::string_view::npos; at = text.find("df", at + 2)) {
+    const std::size_t start = text.rfind('\n', at) + 1;  // npos + 1 is 0
+    const std::size_t stop = text.find('\n', at);
+    if (IsAicTableHeading(text.substr(start, stop == std::string_view::npos ? stop : stop - start))) return true;
+  }
+  return false;
+}
+
 bool LooksLikeROutput(std::string_view text) {
-  return text.find("'log Lik.' ") != std::string_view::npos ||
+  return text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) ||
+         text.find("mixed-effects model fit by") != std::string_view::npos ||
+         text.find("least squares fit by") != std::string_view::npos ||
+         text.find("link  threshold nobs logLik AIC") != std::string_view::npos ||
+         (text.find("Call:") != std::string_view::npos && text.find("Log-likelihood:") != std::string_view::npos) ||
+         (text.find("Formula:") != std::string_view::npos && text.find("df.resid") != std::string_view::npos) ||
          text.find("Residual deviance:") != std::string_view::npos ||
          (text.find("Degrees of Freedom:") != std::string_view::npos &&
           text.find("Residual Deviance:") != std::string_view::npos) ||
@@ -163,7 +196,17 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
           found.back().record.model = object;
         }
         break;
+      case Piece::AicTable:
+        for (FitRecord& r : ReadAicTable(lines, i, end, output)) found.push_back({std::move(r), {}});
+        break;
+      case Piece::Nlme: add(ReadNlmeFit(lines, i, end, output)); break;
+      case Piece::Clm: add(ReadClmFit(lines, i, end, output)); break;
       case Piece::Other:
+        if (auto fit = ReadCallFit(lines, i, end, output)) {
+          fit->model = CallFormula(lines, i, end);
+          add(std::move(fit));
+        }
+        break;
       case Piece::None: break;
     }
     i = end - 1;

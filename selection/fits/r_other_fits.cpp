@@ -1,0 +1,197 @@
+// R's printed fits beyond glm and lme4, each from its own piece of a
+// transcript:
+//   AIC(m1, m2, ...)  a table of df and AIC: K = df, logLik = K - AIC/2,
+//                     n not printed;
+//   nlme's lme and gls, summary() or print(): "fit by REML" or "by maximum
+//                     likelihood"; logLik as printed, K from the AIC where
+//                     one is printed (K = AIC/2 + logLik), else, for a gls
+//                     without correlation or variance structure, its
+//                     coefficients and the residual variance; n the
+//                     observations;
+//   ordinal's clm and clmm: the line under "link threshold nobs logLik
+//                     AIC": n = nobs, K = AIC/2 + logLik;
+//   summary() of any fit that ends "Log-likelihood: -722.6 on 5 Df"
+//                     (pscl's zeroinfl and hurdle, AER's tobit): K = Df,
+//                     n not printed.
+// A K worked out from two rounded numbers is taken only where it is a
+// whole number to within their rounding; else it is left unknown.
+#include <algorithm>
+#include <cmath>
+
+#include "selection/fits/r_blocks.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+// K from a printed AIC and log-likelihood, where they fix it to a whole number.
+std::optional<double> KFromAic(const Printed& aic, const Printed& logLik) {
+  const double k = aic.value / 2 + logLik.value;
+  const double blur = aic.halfUnit / 2 + logLik.halfUnit + 1e-9;
+  const double whole = std::round(k);
+  if (std::fabs(k - whole) > blur || whole < 0) return std::nullopt;
+  return whole;
+}
+
+// The value under `heading` in a line of headings and the line of values
+// under it.
+std::optional<Printed> Under(const std::vector<std::string_view>& headings, const std::vector<std::string_view>& values,
+                             std::string_view heading) {
+  const auto at = std::find(headings.begin(), headings.end(), heading);
+  if (at == headings.end()) return std::nullopt;
+  const auto column = static_cast<std::size_t>(at - headings.begin());
+  return column < values.size() ? ReadPrinted(values[column]) : std::nullopt;
+}
+
+// The text after `label` on a line, trimmed.
+std::string After(std::string_view line, std::string_view label) {
+  return std::string(Trimmed(line.substr(line.find(label) + label.size())));
+}
+
+}  // namespace
+
+bool IsAicTableHeading(std::string_view line) {
+  const auto words = Words(line);
+  return words.size() == 2 && words[0] == "df" && words[1] == "AIC";
+}
+
+std::vector<FitRecord> ReadAicTable(const Transcript& lines, std::size_t begin, std::size_t end,
+                                    ProgramOutput& output) {
+  std::vector<FitRecord> records;
+  for (std::size_t i = begin + 1; i < end && !lines[i].command; ++i) {
+    const auto words = Words(lines[i].text);
+    if (words.size() != 3) break;
+    const auto df = ReadPrinted(words[1]);
+    const auto aic = ReadPrinted(words[2]);
+    if (!df || !aic) break;
+    FitRecord r = output.Model(lines[i].number);
+    r.model = std::string(words[0]);
+    r.k = df->value;
+    r.aic = aic->value;
+    r.logLik = r.k - aic->value / 2;
+    r.logLikHalfUnit = aic->halfUnit / 2;
+    r.derivation = "K = df of AIC(); logLik = K - AIC/2 = " + Shown(r.k) + " - " + Shown(aic->value) + "/2; " +
+                   std::string(kNNotPrinted);
+    records.push_back(std::move(r));
+  }
+  return records;
+}
+
+bool IsNlmeHeading(std::string_view line) {
+  return line.find("mixed-effects model fit by") != std::string_view::npos ||
+         line.find("least squares fit by") != std::string_view::npos;
+}
+
+std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                     ProgramOutput& output) {
+  FitRecord r = output.Model(lines[begin].number);
+  const std::string_view heading = lines[begin].text;
+  if (heading.find("fit by REML") != std::string_view::npos) {
+    r.kind = LikelihoodKind::REML;
+  } else if (heading.find("fit by maximum likelihood") == std::string_view::npos) {
+    return std::nullopt;
+  }
+  std::optional<Printed> aic, logLik;
+  std::optional<double> coefficients;
+  bool structured = false;  // a correlation or variance structure adds parameters no line counts
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    if (lines[i].command) continue;
+    const std::string_view line = Trimmed(lines[i].text);
+    const auto words = Words(line);
+    if (words.size() == 3 && words[0] == "AIC" && words[1] == "BIC" && words[2] == "logLik" && i + 1 < end) {
+      const auto values = Words(lines[i + 1].text);
+      aic = Under(words, values, "AIC");
+      logLik = Under(words, values, "logLik");
+      if (const auto bic = Under(words, values, "BIC")) r.bic = bic->value;
+    } else if (line.starts_with("Log-likelihood:") || line.starts_with("Log-restricted-likelihood:")) {
+      logLik = ReadPrinted(After(line, ":"));
+    } else if (line.starts_with("Model:") && r.model.empty()) {
+      r.model = After(line, "Model:");
+    } else if ((line.starts_with("Fixed effects:") || line.starts_with("Fixed:")) && r.model.empty()) {
+      r.model = After(line, ":");
+    } else if (line.starts_with("Number of Observations:")) {
+      if (const auto n = ReadPrinted(After(line, ":"))) r.n = n->value;
+    } else if (line.starts_with("Degrees of freedom:")) {
+      // gls: "Degrees of freedom: 108 total; 105 residual"
+      if (words.size() >= 6) {
+        const auto total = ReadPrinted(words[3]);
+        const auto residual = ReadPrinted(words[5]);
+        if (total) r.n = total->value;
+        if (total && residual) coefficients = total->value - residual->value;
+      }
+    } else if (line.starts_with("Correlation Structure:") || line.starts_with("Variance function:")) {
+      structured = true;
+    }
+  }
+  if (!logLik) return std::nullopt;
+  r.logLik = logLik->value;
+  r.logLikHalfUnit = logLik->halfUnit;
+  if (aic) {
+    r.aic = aic->value;
+    if (const auto k = KFromAic(*aic, *logLik)) {
+      r.k = *k;
+      r.derivation = "K = AIC/2 + logLik";
+    }
+  } else if (coefficients && !structured && heading.find("least squares") != std::string_view::npos) {
+    r.k = *coefficients + 1;
+    r.derivation = "K = " + Shown(*coefficients) + " coefficients + 1 for the residual variance";
+  }
+  return r;
+}
+
+bool IsClmHeading(std::string_view line) {
+  const auto words = Words(line);
+  return words.size() >= 5 && words[0] == "link" && words[1] == "threshold" && words[2] == "nobs" &&
+         words[3] == "logLik" && words[4] == "AIC";
+}
+
+std::optional<FitRecord> ReadClmFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                    ProgramOutput& output) {
+  if (begin + 1 >= end) return std::nullopt;
+  const auto headings = Words(lines[begin].text);
+  const auto values = Words(lines[begin + 1].text);
+  const auto logLik = Under(headings, values, "logLik");
+  const auto aic = Under(headings, values, "AIC");
+  if (!logLik || !aic) return std::nullopt;
+  FitRecord r = output.Model(lines[begin].number);
+  // The formula stands a few lines above the table.
+  for (std::size_t i = begin; i-- > 0 && i + 6 > begin;) {
+    const std::string_view line = Trimmed(lines[i].text);
+    if (line.starts_with("formula:")) {
+      r.model = After(line, "formula:");
+      break;
+    }
+  }
+  r.logLik = logLik->value;
+  r.logLikHalfUnit = logLik->halfUnit;
+  r.aic = aic->value;
+  if (const auto n = Under(headings, values, "nobs")) r.n = n->value;
+  if (const auto k = KFromAic(*aic, *logLik)) {
+    r.k = *k;
+    r.derivation = "K = AIC/2 + logLik; n = nobs";
+  }
+  return r;
+}
+
+std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                     ProgramOutput& output) {
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    if (lines[i].command) continue;
+    // "Log-likelihood: -722.6 on 5 Df"
+    const std::string_view line = Trimmed(lines[i].text);
+    if (!line.starts_with("Log-likelihood:")) continue;
+    const auto words = Words(line);
+    if (words.size() != 5 || words[2] != "on" || words[4] != "Df") return std::nullopt;
+    const auto logLik = ReadPrinted(words[1]);
+    const auto df = ReadPrinted(words[3]);
+    if (!logLik || !df) return std::nullopt;
+    FitRecord r = output.Model(lines[begin].number);
+    r.logLik = logLik->value;
+    r.logLikHalfUnit = logLik->halfUnit;
+    r.k = df->value;
+    r.derivation = "logLik and K = Df from \"Log-likelihood: ... on ... Df\"; " + std::string(kNNotPrinted);
+    return r;
+  }
+  return std::nullopt;
+}
+
+}  // namespace drav::selection::fits
