@@ -84,7 +84,9 @@ What each program must print; the programs are tried in this order:
                or "maximum likelihood", K = AIC/2 + logLik (a gls print:
                its coefficients + 1). ordinal's clm and clmm: logLik, AIC
                and nobs of their table. Any summary ending "Log-likelihood:
-               X on K Df" (pscl, AER's tobit). Each output is read up to
+               X on K Df" (pscl, AER's tobit); survreg (K = its rows of
+               values, the log scale among them), polr (logLik = -Residual
+               Deviance/2) and bbmle's mle2 ("-2 log L:"). Each output is read up to
                the next call printed or command typed, never into the
                next. Console prompts, [1], knitr's "## " and Rscript's
                plain output all read.

@@ -27,13 +27,15 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
 std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
                                           ProgramOutput& output);
 
-// The formula of the call a piece starts with ("Call:" and the call beside
-// or under it); empty where it has none.
+// The call a piece starts with ("Call:" and the call beside or under it,
+// joined onto one line), and its formula; empty where it has none.
+std::string PrintedCall(const Transcript& lines, std::size_t begin, std::size_t end);
 std::string CallFormula(const Transcript& lines, std::size_t begin, std::size_t end);
 
 // The pieces of r_other_fits.cpp: AIC() tables, nlme's lme and gls,
-// ordinal's clm and clmm, and any summary that ends "Log-likelihood: X on
-// K Df"; each heading is where its piece begins.
+// ordinal's clm and clmm, each from its heading; and, from its call, any
+// fit whose summary ends "Log-likelihood: X on K Df", and survreg, polr and
+// mle2.
 bool IsAicTableHeading(std::string_view line);
 bool IsNlmeHeading(std::string_view line);
 bool IsClmHeading(std::string_view line);

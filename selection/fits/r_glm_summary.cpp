@@ -209,6 +209,10 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
   return r;
 }
 
+std::string PrintedCall(const Transcript& lines, std::size_t begin, std::size_t end) {
+  return Call(lines, begin, end);
+}
+
 std::string CallFormula(const Transcript& lines, std::size_t begin, std::size_t end) {
   return FormulaOf(Call(lines, begin, end));
 }

@@ -12,7 +12,12 @@
 //                     AIC": n = nobs, K = AIC/2 + logLik;
 //   summary() of any fit that ends "Log-likelihood: -722.6 on 5 Df"
 //                     (pscl's zeroinfl and hurdle, AER's tobit): K = Df,
-//                     n not printed.
+//                     n not printed;
+//   survreg's summary: "Loglik(model)=", K the rows of its table of
+//                     values (the log scale among them), n from "n=";
+//   polr (summary() or print()): logLik = -(Residual Deviance)/2, K =
+//                     (AIC - Residual Deviance)/2, n not printed;
+//   bbmle's mle2 summary: "-2 log L:", K the rows of its coefficients.
 // A K worked out from two rounded numbers is taken only where it is a
 // whole number to within their rounding; else it is left unknown.
 #include <algorithm>
@@ -172,24 +177,117 @@ std::optional<FitRecord> ReadClmFit(const Transcript& lines, std::size_t begin, 
   return r;
 }
 
-std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
-                                     ProgramOutput& output) {
+namespace {
+
+// The rows of the table under the line at `at`, to a blank line or the
+// significance codes.
+double TableRows(const Transcript& lines, std::size_t at, std::size_t end) {
+  double rows = 0;
+  for (std::size_t i = at + 1; i < end && !lines[i].command; ++i) {
+    const auto words = Words(lines[i].text);
+    if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
+    ++rows;
+  }
+  return rows;
+}
+
+// "Log-likelihood: -722.6 on 5 Df"
+bool ReadLogLikelihoodOnDf(std::string_view line, FitRecord& r) {
+  const auto words = Words(line);
+  if (words.size() != 5 || words[0] != "Log-likelihood:" || words[2] != "on" || words[4] != "Df") return false;
+  const auto logLik = ReadPrinted(words[1]);
+  const auto df = ReadPrinted(words[3]);
+  if (!logLik || !df) return false;
+  r.logLik = logLik->value;
+  r.logLikHalfUnit = logLik->halfUnit;
+  r.k = df->value;
+  r.derivation = "logLik and K = Df from \"Log-likelihood: ... on ... Df\"; " + std::string(kNNotPrinted);
+  return true;
+}
+
+std::optional<FitRecord> ReadSurvreg(const Transcript& lines, std::size_t begin, std::size_t end, FitRecord r) {
+  std::optional<double> rows;
   for (std::size_t i = begin + 1; i < end; ++i) {
     if (lines[i].command) continue;
-    // "Log-likelihood: -722.6 on 5 Df"
     const std::string_view line = Trimmed(lines[i].text);
-    if (!line.starts_with("Log-likelihood:")) continue;
     const auto words = Words(line);
-    if (words.size() != 5 || words[2] != "on" || words[4] != "Df") return std::nullopt;
-    const auto logLik = ReadPrinted(words[1]);
-    const auto df = ReadPrinted(words[3]);
-    if (!logLik || !df) return std::nullopt;
-    FitRecord r = output.Model(lines[begin].number);
-    r.logLik = logLik->value;
-    r.logLikHalfUnit = logLik->halfUnit;
-    r.k = df->value;
-    r.derivation = "logLik and K = Df from \"Log-likelihood: ... on ... Df\"; " + std::string(kNNotPrinted);
-    return r;
+    if (!rows && words.size() >= 2 && words[0] == "Value" && words[1] == "Std.") rows = TableRows(lines, i, end);
+    if (line.starts_with("Loglik(model)=")) {
+      const auto after = Words(line.substr(14));
+      const auto logLik = after.empty() ? std::nullopt : ReadPrinted(after[0]);
+      if (!logLik) return std::nullopt;
+      r.logLik = logLik->value;
+      r.logLikHalfUnit = logLik->halfUnit;
+    }
+    if (line.starts_with("n=") && words.size() == 2) {
+      if (const auto n = ReadPrinted(words[1])) r.n = n->value;
+    }
+  }
+  if (std::isnan(r.logLik)) return std::nullopt;
+  if (rows) {
+    r.k = *rows;
+    r.derivation = "K = the rows of the table of values, the log scale among them; logLik = Loglik(model)";
+  }
+  return r;
+}
+
+std::optional<FitRecord> ReadPolr(const Transcript& lines, std::size_t begin, std::size_t end, FitRecord r) {
+  std::optional<Printed> deviance, aic;
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    if (lines[i].command) continue;
+    const std::string_view line = Trimmed(lines[i].text);
+    if (line.starts_with("Residual Deviance:")) deviance = ReadPrinted(Trimmed(line.substr(18)));
+    if (line.starts_with("AIC:")) aic = ReadPrinted(Trimmed(line.substr(4)));
+  }
+  if (!deviance) return std::nullopt;
+  r.logLik = -deviance->value / 2;
+  r.logLikHalfUnit = deviance->halfUnit / 2;
+  r.derivation = "logLik = -(Residual Deviance)/2; " + std::string(kNNotPrinted);
+  if (aic) {
+    r.aic = aic->value;
+    const double k = (aic->value - deviance->value) / 2;
+    if (std::fabs(k - std::round(k)) <= (aic->halfUnit + deviance->halfUnit) / 2 + 1e-9 && std::round(k) >= 0) {
+      r.k = std::round(k);
+      r.derivation += "; K = (AIC - Residual Deviance)/2";
+    }
+  }
+  return r;
+}
+
+std::optional<FitRecord> ReadMle2(const Transcript& lines, std::size_t begin, std::size_t end, FitRecord r) {
+  std::optional<double> rows;
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    if (lines[i].command) continue;
+    const std::string_view line = Trimmed(lines[i].text);
+    if (!rows && line.starts_with("Coefficients:")) rows = TableRows(lines, i + 1, end);
+    if (line.starts_with("-2 log L:")) {
+      const auto twice = ReadPrinted(Trimmed(line.substr(9)));
+      if (!twice) return std::nullopt;
+      r.logLik = -twice->value / 2;
+      r.logLikHalfUnit = twice->halfUnit / 2;
+    }
+  }
+  if (std::isnan(r.logLik)) return std::nullopt;
+  r.derivation = "logLik = -(-2 log L)/2; " + std::string(kNNotPrinted);
+  if (rows) {
+    r.k = *rows;
+    r.derivation += "; K = the rows of Coefficients";
+  }
+  return r;
+}
+
+}  // namespace
+
+std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
+                                     ProgramOutput& output) {
+  const std::string call = PrintedCall(lines, begin, end);
+  FitRecord r = output.Model(lines[begin].number);
+  r.model = CallFormula(lines, begin, end);
+  if (call.starts_with("survreg(")) return ReadSurvreg(lines, begin, end, std::move(r));
+  if (call.starts_with("polr(")) return ReadPolr(lines, begin, end, std::move(r));
+  if (call.starts_with("mle2(")) return ReadMle2(lines, begin, end, std::move(r));
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    if (!lines[i].command && ReadLogLikelihoodOnDf(Trimmed(lines[i].text), r)) return r;
   }
   return std::nullopt;
 }

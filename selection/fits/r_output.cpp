@@ -147,7 +147,9 @@ bool LooksLikeROutput(std::string_view text) {
          text.find("mixed-effects model fit by") != std::string_view::npos ||
          text.find("least squares fit by") != std::string_view::npos ||
          text.find("link  threshold nobs logLik AIC") != std::string_view::npos ||
-         (text.find("Call:") != std::string_view::npos && text.find("Log-likelihood:") != std::string_view::npos) ||
+         (text.find("Call:") != std::string_view::npos &&
+          (text.find("Log-likelihood:") != std::string_view::npos ||
+           text.find("Loglik(model)=") != std::string_view::npos || text.find("-2 log L:") != std::string_view::npos)) ||
          (text.find("Formula:") != std::string_view::npos && text.find("df.resid") != std::string_view::npos) ||
          text.find("Residual deviance:") != std::string_view::npos ||
          (text.find("Degrees of Freedom:") != std::string_view::npos &&
@@ -202,10 +204,7 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
       case Piece::Nlme: add(ReadNlmeFit(lines, i, end, output)); break;
       case Piece::Clm: add(ReadClmFit(lines, i, end, output)); break;
       case Piece::Other:
-        if (auto fit = ReadCallFit(lines, i, end, output)) {
-          fit->model = CallFormula(lines, i, end);
-          add(std::move(fit));
-        }
+        add(ReadCallFit(lines, i, end, output));
         break;
       case Piece::None: break;
     }
