@@ -86,10 +86,10 @@ What each program must print; the programs are tried in this order:
                and nobs of their table. Any summary ending "Log-likelihood:
                X on K Df" (pscl, AER's tobit); survreg (K = its rows of
                values, the log scale among them), polr (logLik = -Residual
-               Deviance/2) and bbmle's mle2 ("-2 log L:"). Each output is read up to
-               the next call printed or command typed, never into the
-               next. Console prompts, [1], knitr's "## " and Rscript's
-               plain output all read.
+               Deviance/2) and bbmle's mle2 ("-2 log L:"). Each output is
+               read up to the next call printed or command typed, never
+               into the next. Console prompts, [1], knitr's "## " and
+               Rscript's plain output all read.
 
 Where K, n or logLik are derived, --verbose shows how (a column in fits, a
 note per model in table --fits).
