@@ -32,14 +32,21 @@ What each program must print; the programs are tried in this order:
   lavaan       summary(fit, fit.measures = TRUE). K = model (free)
                parameters less equality constraints; n = observations used,
                groups added up; of a robust run's two columns the first.
-  statsmodels  print(results.summary()), also inside a notebook (.ipynb).
-               K = No. Observations - Df Residuals (Df Model leaves out the
-               constant), + 1 for the variance of OLS, WLS and GLS, whose
-               printed AIC leaves it out (2 below R's), + 1 for the scale
-               of a Gaussian, Gamma or inverse Gaussian GLM, + 1 for the
-               alpha of NegativeBinomial and GeneralizedPoisson. Log-
-               likelihoods come to 5 significant digits; models without an
-               AIC get it from them.
+               Or fitMeasures(fit, c("npar", "logl", "aic", "bic",
+               "ntotal")) as R prints it, names over values: npar and logl
+               at the least, K = npar, n = ntotal; after the same fit's
+               summary it is that model, not another.
+  statsmodels  print(results.summary()) or summary2(), also inside a
+               notebook (.ipynb). K = No. Observations - Df Residuals (Df
+               Model leaves out the constant), + 1 for the variance of OLS,
+               WLS and GLS, whose printed AIC leaves it out (2 below R's),
+               + 1 for the scale of a Gaussian, Gamma or inverse Gaussian
+               GLM, + 1 for the alpha of NegativeBinomial and
+               GeneralizedPoisson. MixedLM: K = the rows of its coefficient
+               table (fixed effects, random-effects variances and
+               covariances) + 1 for the scale, REML or ML as its Method
+               says. Log-likelihoods come to 5 significant digits; models
+               without an AIC get it from them.
   MARK         the output file of a run, any number of models. logLik =
                -2logL / -2, printed without the multinomial constants (kind
                "constants dropped": it ranks only beside MARK fits of the

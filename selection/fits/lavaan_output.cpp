@@ -11,10 +11,16 @@
 // n is the observations used: the first of "Used  Total", the groups'
 // added up. A robust estimator (MLR) prints a second column, which repeats
 // the same ordinary log-likelihood: the first is read.
+// fitMeasures(fit, c("npar", "logl", ...)) prints a named vector, a model
+// where it holds npar and logl: K = npar, which is lavaan's count less the
+// equality constraints, as its own AIC has it; n = ntotal. Printed after
+// the same fit's summary (the same object, or with no command to tell, the
+// same numbers), it is that model again, not another.
 #include <cctype>
 #include <cmath>
 
 #include "selection/fits/program_output.hpp"
+#include "selection/fits/r_named_vector.hpp"
 #include "selection/fits/r_transcript.hpp"
 
 namespace drav::selection::fits {
@@ -50,12 +56,32 @@ double GroupObservations(const std::vector<TranscriptLine>& lines, std::size_t& 
   return sum;
 }
 
+// A fitMeasures() vector that gives a model: npar and logl at the least.
+// Other vectors R prints (a user's c(npar = 3, ...), a model's
+// coefficients) are not models, and are passed over.
+bool GivesModel(const NamedVector& measures) {
+  return measures.Find("npar") != nullptr && measures.Find("logl") != nullptr;
+}
+
+bool HasFitMeasures(std::string_view text) {
+  text = Opening(text);
+  if (text.find("npar") == std::string_view::npos || text.find("logl") == std::string_view::npos) return false;
+  const std::vector<TranscriptLine> lines = ReadTranscript(text);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (const auto measures = NamedVectorAt(lines, i)) {
+      if (GivesModel(*measures)) return true;
+      i = measures->last;
+    }
+  }
+  return false;
+}
+
 bool LooksLikeLavaanOutput(std::string_view text) {
   for (std::size_t at = text.find("lavaan "); at != std::string_view::npos; at = text.find("lavaan ", at + 1)) {
     const std::size_t end = text.find('\n', at);
     if (StartsSummary(text.substr(at, end == std::string_view::npos ? text.size() - at : end - at))) return true;
   }
-  return false;
+  return HasFitMeasures(text);
 }
 
 // What a summary prints around its model's numbers, wanted once it ends.
@@ -134,24 +160,99 @@ void Finish(FitRecord& r, const Summary& summary, ProgramOutput& output) {
   }
 }
 
+// K as a summary gives it, before Finish: nothing where it prints no count.
+double SummaryK(const Summary& summary) { return summary.parameters - summary.constraints; }
+
+// A fitMeasures() vector's model, as read: a logl of NA is told once the
+// vector is known to be no other model's.
+FitRecord MeasuresModel(const NamedVector& measures, std::int64_t line, const ProgramOutput& output) {
+  FitRecord r = output.Model(line);
+  if (const NamedValue* npar = measures.Find("npar"); npar && npar->value) r.k = npar->value->value;
+  r.derivation = "K = npar of fitMeasures()";
+  if (const NamedValue* n = measures.Find("ntotal"); n && n->value) {
+    r.n = n->value->value;
+  } else {
+    AddStep(r.derivation, std::string(kNNotPrinted));
+  }
+  if (const NamedValue* logl = measures.Find("logl"); logl && logl->value) {
+    r.logLik = logl->value->value;
+    r.logLikHalfUnit = logl->value->halfUnit;
+  }
+  if (const NamedValue* aic = measures.Find("aic"); aic && aic->value) r.aic = aic->value->value;
+  if (const NamedValue* bic = measures.Find("bic"); bic && bic->value) r.bic = bic->value->value;
+  return r;
+}
+
+bool SameCount(double a, double b) { return std::isnan(a) || std::isnan(b) || a == b; }
+
+// Whether a vector's model is that of `earlier`, the same fit printed
+// before it, and is then taken into it. `open` is the summary of `earlier`
+// where it is still being read: printed without fit.measures, it gets its
+// log-likelihood from the vector.
+bool SameFit(FitRecord& earlier, const Summary* open, const FitRecord& r, std::int64_t line) {
+  const double k = open ? SummaryK(*open) : earlier.k;
+  if (k != r.k || !SameCount(earlier.n, r.n)) return false;
+  if (std::isnan(r.logLik)) return std::isnan(earlier.logLik);  // neither has a likelihood to give
+  if (std::isnan(earlier.logLik)) {
+    if (!open) return false;
+    earlier.logLik = r.logLik;
+    earlier.logLikHalfUnit = r.logLikHalfUnit;
+    earlier.aic = r.aic;
+    earlier.bic = r.bic;
+    AddStep(earlier.derivation, "logLik from fitMeasures() on line " + std::to_string(line));
+    return true;
+  }
+  if (std::fabs(earlier.logLik - r.logLik) > earlier.logLikHalfUnit + r.logLikHalfUnit + 1e-9) return false;
+  AddStep(earlier.derivation, "fitMeasures() on line " + std::to_string(line) + " agrees");
+  return true;
+}
+
 std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& output) {
   const std::vector<TranscriptLine> lines = ReadTranscript(text);
   std::vector<FitRecord> records;
   Summary summary;
+  bool open = false;  // the last record is a summary still being read
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (lines[i].command || !Wanted(lines[i].text)) continue;
+    if (lines[i].command) continue;
+    if (const auto measures = NamedVectorAt(lines, i); measures && GivesModel(*measures)) {
+      const std::string object = PrintedObject(CommandBefore(lines, i));
+      // The same object printed before, or with no command to tell, the
+      // model just before it.
+      std::size_t earlier = records.size();
+      for (std::size_t e = records.size(); e-- > 0 && earlier == records.size();) {
+        if (object.empty() || records[e].model == object) earlier = e;
+      }
+      FitRecord r = MeasuresModel(*measures, lines[i].number, output);
+      const bool again = earlier < records.size() &&
+                         SameFit(records[earlier], open && earlier + 1 == records.size() ? &summary : nullptr, r,
+                                 lines[i].number);
+      if (open) Finish(records.back(), summary, output);
+      open = false;
+      if (!again) {
+        r.model = object;
+        if (std::isnan(r.logLik)) {
+          r.kind = LikelihoodKind::None;
+          output.Flag(r, "fitMeasures() gives logl as NA: the fit has no likelihood, so no AIC ranks it", r.line);
+        }
+        records.push_back(std::move(r));
+      }
+      i = measures->last;
+      continue;
+    }
+    if (!Wanted(lines[i].text)) continue;
     if (StartsSummary(lines[i].text)) {
-      if (!records.empty()) Finish(records.back(), summary, output);
+      if (open) Finish(records.back(), summary, output);
       records.push_back(output.Model(lines[i].number));
       records.back().model = PrintedObject(CommandBefore(lines, i));
       summary = Summary{};
       summary.normal = lines[i].text.find("NOT") == std::string_view::npos;
-    } else if (!records.empty()) {
+      open = true;
+    } else if (open) {
       TakeLine(lines, i, records.back(), summary);
     }
   }
-  if (records.empty()) output.Refuse(0, "lavaan output, but no summary() in it");
-  Finish(records.back(), summary, output);
+  if (records.empty()) output.Refuse(0, "lavaan output, but no summary() or fitMeasures() in it");
+  if (open) Finish(records.back(), summary, output);
   // Named by the object printed where the transcript shows it; else by the
   // file, numbered where it holds more than one.
   output.NameUnnamed(records, Numbering::ByPlace);

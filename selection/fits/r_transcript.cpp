@@ -15,6 +15,8 @@ bool KnitrPrinted(std::string_view line, std::string_view& rest) {
   return true;
 }
 
+}  // namespace
+
 bool IsName(std::string_view text) {
   if (text.empty() || std::isdigit(static_cast<unsigned char>(text[0]))) return false;
   for (char c : text) {
@@ -22,8 +24,6 @@ bool IsName(std::string_view text) {
   }
   return true;
 }
-
-}  // namespace
 
 std::vector<TranscriptLine> ReadTranscript(std::string_view text) {
   const std::vector<TextLine> lines = SplitLines(text);
@@ -65,7 +65,7 @@ std::vector<TranscriptLine> ReadTranscript(std::string_view text) {
 
 std::string PrintedObject(std::string_view command) {
   command = Trimmed(command);
-  for (std::string_view call : {"summary(", "print(", "logLik(", "show("}) {
+  for (std::string_view call : {"summary(", "print(", "logLik(", "show(", "fitMeasures(", "fitmeasures("}) {
     if (!command.starts_with(call)) continue;
     command.remove_prefix(call.size());
     const std::size_t end = command.find_first_of(",)");

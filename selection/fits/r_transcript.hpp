@@ -21,9 +21,14 @@ struct TranscriptLine {
 
 std::vector<TranscriptLine> ReadTranscript(std::string_view text);
 
+// Whether a word is an R object's name ("fit2", "m.1"): what a command
+// printed, or what R prints over a value of a named vector.
+bool IsName(std::string_view text);
+
 // The object a command printed, for a name: "fit2" from
-// "summary(fit2, fit.measures = TRUE)", "m1" from "logLik(m1)" or "m1"
-// alone; empty when the command is not of that shape.
+// "summary(fit2, fit.measures = TRUE)", "m1" from "logLik(m1)",
+// "fitMeasures(m1, ...)" or "m1" alone; empty when the command is not of
+// that shape.
 std::string PrintedObject(std::string_view command);
 
 // The last command at or before `index` in `lines`, or empty.

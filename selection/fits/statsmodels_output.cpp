@@ -1,7 +1,10 @@
 // Python statsmodels' summary() of a regression's results, as printed or as
 // a notebook holds it: one record per summary table. statsmodels prints a
 // summary as two columns of "Label:  value" pairs over the coefficient
-// table. Its log-likelihood comes to five significant digits ("%#8.5g":
+// table, under a title over a rule of "=": "OLS Regression Results" from
+// summary(), "Results: Ordinary least squares" from summary2(), which
+// prints the same labels (but "Dependent Variable:" for "Dep. Variable:").
+// Its log-likelihood comes to five significant digits ("%#8.5g":
 // -12346. for a large one), and K is derived:
 //   Df Model leaves out the constant, so K = No. Observations - Df
 //   Residuals, the coefficients with the constant;
@@ -17,6 +20,10 @@
 //   leaves out and statsmodels' own AIC counts.
 // Logit, Probit, Poisson and the other GLMs print no AIC; it is computed
 // from the log-likelihood.
+// MixedLM prints no Df Residuals. Its coefficient table has a row for every
+// parameter but the scale: the fixed effects, then the random effects'
+// variances and covariances ("Group Var", "Group x t Cov"), so K is its
+// rows + 1. Its log-likelihood is restricted where "Method: REML" says so.
 #include <cmath>
 
 #include "selection/fits/printed_text.hpp"
@@ -34,25 +41,108 @@ std::optional<std::string_view> Field(std::string_view line, std::string_view la
   return words.front();
 }
 
-bool StartsTable(std::string_view line) {
+bool Title(std::string_view line) {
   const std::string_view t = Trimmed(line);
-  return t.ends_with("Regression Results") || t.ends_with("Model Results");
+  return t.ends_with("Regression Results") || t.ends_with("Model Results") || t.starts_with("Results: ");
+}
+
+bool Rule(std::string_view line, char c) {
+  line = Trimmed(line);
+  return line.size() >= 3 && line.find_first_not_of(c) == std::string_view::npos;
+}
+
+// A title over its rule of "=": "Results: " alone is too common a start of
+// a line to be taken for a summary without it.
+bool StartsTable(const std::vector<TextLine>& lines, std::size_t i) {
+  return i + 1 < lines.size() && Title(lines[i].text) && lines[i + 1].text.starts_with("===");
+}
+
+bool TitleOverRule(std::string_view text) {
+  for (const std::string_view word : {std::string_view("Results: "), std::string_view("Regression Results")}) {
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+      const std::size_t begin = text.rfind('\n', at);
+      const std::size_t end = text.find('\n', at);
+      if (end == std::string_view::npos) break;
+      const std::size_t from = begin == std::string_view::npos ? 0 : begin + 1;
+      std::string_view title = text.substr(from, end - from);
+      if (title.ends_with('\r')) title.remove_suffix(1);
+      if (Title(title) && text.substr(end + 1).starts_with("===")) return true;
+    }
+  }
+  return false;
 }
 
 bool LooksLikeStatsmodelsOutput(std::string_view text) {
-  return text.find("Dep. Variable:") != std::string_view::npos &&
-         text.find("Regression Results") != std::string_view::npos &&
-         text.find("Log-Likelihood:") != std::string_view::npos;
+  if (text.find("Log-Likelihood:") == std::string_view::npos) return false;
+  if (text.find("Dep. Variable:") != std::string_view::npos &&
+      text.find("Regression Results") != std::string_view::npos) {
+    return true;
+  }
+  // summary2() and MixedLM's summary, whose label is spelt out.
+  return text.find("Dependent Variable:") != std::string_view::npos && TitleOverRule(text);
+}
+
+// MixedLM's coefficient table, from the rule under its header: the column
+// heads between two rules of "-", then a row a parameter to the rule of
+// "=" that closes it. Nothing where it is not whole, for K is then unknown.
+struct ParameterRows {
+  double fixed = 0;
+  double variances = 0;  // of the random effects, and their covariances
+  std::size_t end = 0;   // the closing rule
+};
+
+std::optional<ParameterRows> CountParameterRows(const std::vector<TextLine>& lines, std::size_t rule) {
+  if (rule + 2 >= lines.size() || !Rule(lines[rule].text, '-') || !StartsWithWord(lines[rule + 1].text, "Coef.") ||
+      !Rule(lines[rule + 2].text, '-')) {
+    return std::nullopt;
+  }
+  ParameterRows rows;
+  for (std::size_t i = rule + 3; i < lines.size(); ++i) {
+    if (Rule(lines[i].text, '=')) {
+      rows.end = i;
+      return rows;
+    }
+    std::vector<std::string_view> words = Words(lines[i].text);
+    // A name may hold blanks ("np.log(x + 1)", "Group x t Cov"); the
+    // numbers stand after it.
+    while (!words.empty() && ReadPrinted(words.back())) words.pop_back();
+    if (words.empty()) return std::nullopt;
+    const bool variance = words.size() > 1 && (words.back() == "Var" || words.back() == "Cov");
+    (variance ? rows.variances : rows.fixed) += 1;
+  }
+  return std::nullopt;
+}
+
+// K and the kind of likelihood of a MixedLM summary whose header ends at
+// `rule`; false where they cannot be known, and the model is left out.
+bool CountMixedModel(const std::vector<TextLine>& lines, std::size_t& rule, std::string_view method, FitRecord& r,
+                     ProgramOutput& output) {
+  if (method != "REML" && method != "ML") {
+    output.Warn("a MixedLM summary without Method: REML or ML is left out: its kind of likelihood is unknown", r.line);
+    return false;
+  }
+  r.kind = method == "REML" ? LikelihoodKind::REML : LikelihoodKind::ML;
+  const auto rows = CountParameterRows(lines, rule);
+  if (!rows) {
+    output.Warn("a MixedLM summary without its whole coefficient table: K is unknown", r.line);
+    return true;
+  }
+  rule = rows->end;
+  r.k = rows->fixed + rows->variances + 1;
+  r.derivation = "K = " + Shown(rows->fixed) + " fixed effects + " + Shown(rows->variances) +
+                 " variance and covariance parameters of the random effects + 1 for the scale";
+  return true;
 }
 
 std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutput& output) {
   const std::vector<TextLine> lines = SplitLines(text);
   std::vector<FitRecord> records;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (!StartsTable(lines[i].text)) continue;
+    if (!StartsTable(lines, i)) continue;
     FitRecord r = output.Model(lines[i].number);
     std::string model;
     std::string family;
+    std::string method;
     std::optional<Printed> nobs, dfResid;
     // The header runs from the first rule to the next.
     std::size_t j = i + 2;
@@ -60,6 +150,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       const std::string_view line = lines[j].text;
       if (const auto m = Field(line, "Model:"); m && model.empty()) model = std::string(*m);
       if (const auto f = Field(line, "Model Family:")) family = std::string(*f);
+      if (const auto m = Field(line, "Method:")) method = std::string(*m);
       if (const auto n = Field(line, "No. Observations:")) nobs = ReadPrinted(*n);
       if (const auto d = Field(line, "Df Residuals:")) dfResid = ReadPrinted(*d);
       if (const auto ll = Field(line, "Log-Likelihood:")) {
@@ -81,6 +172,10 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       continue;
     }
     if (nobs) r.n = nobs->value;
+    if (model == "MixedLM") {
+      if (CountMixedModel(lines, i, method, r, output)) records.push_back(std::move(r));
+      continue;
+    }
     if (nobs && dfResid) {
       const double coefficients = nobs->value - dfResid->value;
       r.k = coefficients;
