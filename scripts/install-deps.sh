@@ -32,6 +32,7 @@ packages=(
   r-cran-lme4 r-cran-lavaan r-cran-knitr python3-statsmodels
   # and the outputs as researchers print them (make-real-outputs.sh)
   r-cran-lmertest r-cran-nlme r-cran-glmmtmb r-cran-pscl r-cran-aer r-cran-survival r-cran-ordinal
+  r-cran-markdown
   texlive-latex-base texlive-latex-recommended lmodern
 )
 

@@ -4,6 +4,7 @@
 
 #include "base/errors.hpp"
 #include "selection/fits/fit_refusal.hpp"
+#include "selection/fits/html_text.hpp"
 #include "selection/fits/notebook_text.hpp"
 #include "selection/fits/printed_text.hpp"
 
@@ -75,6 +76,10 @@ std::vector<FitRecord> ReadProgramOutput(std::string_view text, const std::strin
     printed = NotebookOutputText(text, source);
     text = printed;
     where += " (cell outputs)";
+  } else if (LooksLikeHtml(text)) {
+    // Line for line the page's own, so its lines are the file's.
+    printed = HtmlText(text);
+    text = printed;
   }
   for (const OutputReader& reader : OutputReaders()) {
     if (!reader.LooksLike(text)) continue;

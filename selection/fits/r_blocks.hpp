@@ -15,6 +15,17 @@ namespace drav::selection::fits {
 
 using Transcript = std::vector<TranscriptLine>;
 
+// Whether a line of a coefficient table is a row: a name and at least one
+// number (or NA) after it. Where names are wide R wraps the table, and the
+// block that goes on to its other columns starts with a line of headings
+// only, then names the same coefficients again: the rows end there.
+inline bool IsTableRow(const std::vector<std::string_view>& words) {
+  for (std::size_t w = 1; w < words.size(); ++w) {
+    if (words[w] == "NA" || ReadPrinted(words[w])) return true;
+  }
+  return false;
+}
+
 // summary(glm): K and n from the coefficients and the residual degrees of
 // freedom, the log-likelihood from the AIC line. Nothing where the piece
 // holds no AIC line.

@@ -96,6 +96,7 @@ std::size_t CountCoefficients(const Transcript& lines, std::size_t at, std::size
     const auto words = Words(lines[j].text);
     if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
     if (table) {
+      if (!IsTableRow(words)) break;
       ++summary.rows;
       if (words.size() > 1 && words[1] == "NA") ++summary.aliased;
       continue;

@@ -185,7 +185,7 @@ double TableRows(const Transcript& lines, std::size_t at, std::size_t end) {
   double rows = 0;
   for (std::size_t i = at + 1; i < end && !lines[i].command; ++i) {
     const auto words = Words(lines[i].text);
-    if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
+    if (words.empty() || words[0] == "---" || words[0] == "Signif." || !IsTableRow(words)) break;
     ++rows;
   }
   return rows;

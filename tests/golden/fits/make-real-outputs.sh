@@ -9,7 +9,7 @@
 # they read what this wrote. Needs Debian's r-base-core, r-cran-mass,
 # r-cran-lme4, r-cran-lmertest, r-cran-nlme, r-cran-glmmtmb, r-cran-pscl,
 # r-cran-aer, r-cran-survival, r-cran-ordinal, r-cran-bbmle, r-cran-broom,
-# r-cran-lavaan, r-cran-knitr and python3-statsmodels.
+# r-cran-lavaan, r-cran-knitr, r-cran-markdown and python3-statsmodels.
 #   tests/golden/fits/make-real-outputs.sh
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -57,6 +57,12 @@ sample() {
       { printf -- '---\ntitle: "%s"\n---\n\n```{r}\n' "$name"; cat FITS.R SHOW.R; printf '```\n'; } >"$name.Rmd"
       Rscript --vanilla -e "knitr::knit('$name.Rmd', quiet = TRUE)" >/dev/null
       cp "$name.md" "$out/$name.$ext" ;;
+    knitr-markdown-html)
+      # R Markdown through knitr and the markdown package: the code and
+      # what it printed in <pre><code> blocks of a whole page.
+      { printf -- '---\ntitle: "%s"\n---\n\n```{r}\n' "$name"; cat FITS.R SHOW.R; printf '```\n'; } >"$name.Rmd"
+      Rscript --vanilla -e "knitr::knit2html('$name.Rmd', quiet = TRUE)" >/dev/null 2>&1
+      cp "$name.html" "$out/$name.$ext" ;;
     knitr-html)
       # knitr's own HTML documents: the code and what it printed in <pre>
       # blocks, with HTML's entities for <, > and &.
@@ -249,6 +255,16 @@ summary(m0)
 R
 sample knitted-glms md knitr-md "m1 ML, m0 ML"
 sample knitted-glms html knitr-html "m1 ML, m0 ML"
+# The same page through R Markdown, a formula with > and & in it.
+cat >FITS.R <<'R'
+m1 <- glm(count ~ spray, family = poisson, data = InsectSprays)
+m2 <- glm(count ~ I(as.integer(spray) > 3 & as.integer(spray) < 6), family = poisson, data = InsectSprays)
+R
+cat >SHOW.R <<'R'
+summary(m1)
+summary(m2)
+R
+sample rmarkdown-glms html knitr-markdown-html "m1 ML, m2 ML"
 
 # statsmodels: OLS and the same model as a Gaussian GLM, a discrete
 # negative binomial, MixedLM by REML and by ML, and summary2() layouts.
