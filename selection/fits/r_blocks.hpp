@@ -16,10 +16,12 @@ namespace drav::selection::fits {
 using Transcript = std::vector<TranscriptLine>;
 
 // Whether a line of a coefficient table is a row: a name and at least one
-// number (or NA) after it. Where names are wide R wraps the table, and the
-// block that goes on to its other columns starts with a line of headings
-// only, then names the same coefficients again: the rows end there.
+// number (or NA) after it. The rows end at a blank line, at the rule and the
+// significance codes under the table, and where R wraps a table of wide
+// names: the block that goes on to its other columns starts with a line of
+// headings only, then names the same coefficients again.
 inline bool IsTableRow(const std::vector<std::string_view>& words) {
+  if (words.empty() || words[0] == "---" || words[0] == "Signif.") return false;
   for (std::size_t w = 1; w < words.size(); ++w) {
     if (words[w] == "NA" || ReadPrinted(words[w])) return true;
   }

@@ -94,9 +94,8 @@ std::size_t CountCoefficients(const Transcript& lines, std::size_t at, std::size
   std::size_t j = at + (table ? 2 : 1);
   for (; j < end && !lines[j].command; ++j) {
     const auto words = Words(lines[j].text);
-    if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
+    if (words.empty() || (table && !IsTableRow(words))) break;
     if (table) {
-      if (!IsTableRow(words)) break;
       ++summary.rows;
       if (words.size() > 1 && words[1] == "NA") ++summary.aliased;
       continue;

@@ -46,8 +46,7 @@ double FixedEffects(const Transcript& lines, std::size_t at, std::size_t end) {
   double count = 0;
   for (std::size_t i = at + (across ? 1 : 2); i < end && !lines[i].command; i += across ? 2 : 1) {
     const auto words = Words(lines[i].text);
-    if (words.empty() || words[0] == "---" || words[0] == "Signif.") break;
-    if (!across && !IsTableRow(words)) break;
+    if (words.empty() || (!across && !IsTableRow(words))) break;
     count += across ? static_cast<double>(words.size()) : 1;
   }
   return count;

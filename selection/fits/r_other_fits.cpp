@@ -185,7 +185,7 @@ double TableRows(const Transcript& lines, std::size_t at, std::size_t end) {
   double rows = 0;
   for (std::size_t i = at + 1; i < end && !lines[i].command; ++i) {
     const auto words = Words(lines[i].text);
-    if (words.empty() || words[0] == "---" || words[0] == "Signif." || !IsTableRow(words)) break;
+    if (!IsTableRow(words)) break;
     ++rows;
   }
   return rows;
@@ -245,9 +245,8 @@ std::optional<FitRecord> ReadPolr(const Transcript& lines, std::size_t begin, st
   r.derivation = "logLik = -(Residual Deviance)/2; " + std::string(kNNotPrinted);
   if (aic) {
     r.aic = aic->value;
-    const double k = (aic->value - deviance->value) / 2;
-    if (std::fabs(k - std::round(k)) <= (aic->halfUnit + deviance->halfUnit) / 2 + 1e-9 && std::round(k) >= 0) {
-      r.k = std::round(k);
+    if (const auto k = KFromAic(*aic, {r.logLik, r.logLikHalfUnit})) {
+      r.k = *k;
       r.derivation += "; K = (AIC - Residual Deviance)/2";
     }
   }
