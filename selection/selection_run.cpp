@@ -8,6 +8,7 @@
 #include "base/number_text.hpp"
 #include "selection/fits/fit_candidates.hpp"
 #include "selection/fits/fit_files.hpp"
+#include "selection/fits/fit_terms.hpp"
 #include "selection/fits/fits_layout.hpp"
 #include "selection/input/long_coefficients.hpp"
 #include "selection/input/wide_coefficients.hpp"
@@ -26,13 +27,7 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
   WideCoefficients wide(models.Name(), load.byColumn, load.modelColumn);
   if (terms && !coefficients) load.observer = &wide;
   table_ = LoadCandidates(models, load, diagnostics);
-  if ((request.command == Command::Average || request.command == Command::AverageAll) && table_.chat > 1) {
-    std::string factor;
-    AppendShortest(factor, std::sqrt(table_.chat));
-    diagnostics.Note("the standard errors are multiplied by sqrt(--chat) = " + factor +
-                     " before averaging, as QAIC assumes variances c times an ordinary fit's; give SEs of an "
-                     "ordinary fit, not of a quasi-likelihood one");
-  }
+  NoteOverdispersion(request, diagnostics);
   const std::size_t kept = RankSubset(request, diagnostics);
   switch (request.command) {
     case Command::Table: layout_ = SelectionLayout(table_, ranked_, request.level); break;
@@ -49,19 +44,48 @@ Selection::Selection(DelimitedReader& models, DelimitedReader* coefficients, con
 }
 
 Selection::Selection(const FitsRequest& fits, const SelectionRequest& request, Diagnostics& diagnostics) {
-  if (request.command != Command::Table) throw UsageError("models read from programs' outputs are only ranked");
   const std::vector<fits::FitRecord> records =
       fits::ReadFitFiles(fits.files, fits.modelNames, fits.n, diagnostics,
                          fits.onlyRankable ? fits::BadFile::LeaveOut : fits::BadFile::Refuse);
-  table_ = fits::CandidatesFromFits(records, request.load, diagnostics, fits.onlyRankable);
+  fromFits_ = true;
+  // Read first: a fault of its own is told before the outputs are.
+  const fits::TermNames names = fits.termNames.empty() ? fits::TermNames() : fits::TermNames::Read(fits.termNames);
+  std::vector<std::size_t> rows;  // the record of each model of the table
+  table_ = fits::CandidatesFromFits(records, request.load, diagnostics, fits.onlyRankable, &rows);
   if (fits.verbose) {
     for (const fits::FitRecord& r : records) {
       if (!r.derivation.empty()) diagnostics.Note("'" + r.model + "': " + r.derivation, r.source, r.line);
     }
   }
+  if (request.command != Command::Table) {
+    std::vector<const fits::FitRecord*> ranked;
+    for (const std::size_t i : rows) ranked.push_back(&records[i]);
+    coefficients_ = fits::TermsOfFits(
+        ranked, {.names = &names, .averages = request.command != Command::Importance, .verbose = fits.verbose},
+        diagnostics);
+    NoteOverdispersion(request, diagnostics);
+  }
   const std::size_t kept = RankSubset(request, diagnostics);
-  layout_ = SelectionLayout(table_, ranked_, request.level);
+  switch (request.command) {
+    case Command::Table: layout_ = SelectionLayout(table_, ranked_, request.level); break;
+    case Command::Average:
+      table_.estimates = fits::EstimatesOfTerm(coefficients_, request.load.estimateColumn, table_.models.size());
+      for (Estimate& e : table_.estimates) e.se *= std::sqrt(table_.chat);
+      AverageOne(request, diagnostics);
+      break;
+    case Command::Importance:
+    case Command::AverageAll: Summarise(nullptr, request, diagnostics); break;
+  }
   MarkSubset(layout_, request.subset, kept, table_.models.size());
+}
+
+void Selection::NoteOverdispersion(const SelectionRequest& request, Diagnostics& diagnostics) const {
+  if ((request.command != Command::Average && request.command != Command::AverageAll) || table_.chat <= 1) return;
+  std::string factor;
+  AppendShortest(factor, std::sqrt(table_.chat));
+  diagnostics.Note("the standard errors are multiplied by sqrt(--chat) = " + factor +
+                   " before averaging, as QAIC assumes variances c times an ordinary fit's; give SEs of an "
+                   "ordinary fit, not of a quasi-likelihood one");
 }
 
 std::size_t Selection::RankSubset(const SelectionRequest& request, Diagnostics& diagnostics) {
@@ -120,7 +144,9 @@ void Selection::AverageOne(const SelectionRequest& request, Diagnostics& diagnos
     without += averages_.back().models == 0;
   }
   if (without == averages_.size()) {
-    Refuse({.file = table_.source, .column = column, .text = "no model has an estimate in column '" + column + "'"});
+    Refuse(fromFits_ ? Diagnostic{.text = "no model's coefficient table has a term '" + column + "'"}
+                     : Diagnostic{.file = table_.source, .column = column,
+                                  .text = "no model has an estimate in column '" + column + "'"});
   }
   for (const AveragedEstimate& average : averages_) {
     if (average.models > 0) continue;

@@ -38,6 +38,7 @@ struct FitsRequest {
   std::optional<double> n;         // the n of the models whose outputs print none
   bool verbose = false;            // how K, n and logLik were found: a column of the listing, a note a model
   bool onlyRankable = false;       // rank what can be, leaving out with a warning what cannot
+  std::string termNames;           // a file mapping the terms' printed names to common ones; empty: none
 };
 
 struct SelectionRequest {
@@ -64,8 +65,9 @@ class Selection {
   // a file that cannot be read.
   Selection(DelimitedReader& models, DelimitedReader* coefficients, const SelectionRequest& request,
             Diagnostics& diagnostics);
-  // Ranks the models of programs' printed outputs: a table only (they carry
-  // no terms and no estimate to average).
+  // Ranks the models of programs' printed outputs; importance and averages
+  // take their terms from the coefficient tables printed with them, and
+  // `average` the term LoadOptions' estimate column names.
   Selection(const FitsRequest& fits, const SelectionRequest& request, Diagnostics& diagnostics);
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
@@ -78,6 +80,7 @@ class Selection {
   std::size_t RankSubset(const SelectionRequest& request, Diagnostics& diagnostics);
   void Summarise(DelimitedReader* coefficients, const SelectionRequest& request, Diagnostics& diagnostics);
   void AverageOne(const SelectionRequest& request, Diagnostics& diagnostics);
+  void NoteOverdispersion(const SelectionRequest& request, Diagnostics& diagnostics) const;
 
   CandidateTable table_;
   std::vector<RankedSet> ranked_;
@@ -85,6 +88,7 @@ class Selection {
   std::vector<SetTerms> terms_;
   std::vector<AveragedEstimate> averages_;
   OutputTable layout_;
+  bool fromFits_ = false;  // the models and terms were read from programs' printed outputs
 };
 
 // Every model of programs' printed outputs listed, as they were read.

@@ -31,7 +31,7 @@ std::optional<double> GivenN(const std::string& text, const std::string& option)
 sel::FitsRequest FitsRequestOf(const SelectionOptions& options) {
   // A table's --n names a column; with --fits it is the n itself.
   return {options.fitFiles, options.modelNames, GivenN(options.load.roles.n, options.fits ? "--n with --fits" : "--n"),
-          options.verbose, options.onlyRankable};
+          options.verbose, options.onlyRankable, options.termNames};
 }
 
 int RunFitsCommand(int argc, char** argv) {

@@ -141,19 +141,27 @@ constexpr Option kOptions[] = {
      "  --no-sort        list the models (or terms) in file order (ranks stay by\n"
      "                   criterion)\n",
      [](SelectionOptions& o, std::string_view, Form) { o.fileOrder = true; }},
-    {"--fits", "", "", kTable,
-     "  --fits FILE...   (table) rank the models in programs' printed outputs\n"
-     "                   instead of a table; with --model-names NFILE, --n N and\n"
-     "                   --verbose as drav-report fits --help tells\n",
+    {"--fits", "", "", kTermForms,
+     "  --fits FILE...   rank the models in programs' printed outputs instead of\n"
+     "                   a table, with --model-names NFILE, --n N and --verbose\n"
+     "                   as drav-report fits --help tells; importance and\n"
+     "                   average take the terms from the coefficient tables\n"
+     "                   printed with each fit, and average --estimate names a\n"
+     "                   term (its SE is the table's)\n",
      [](SelectionOptions& o, std::string_view, Form) { o.fits = true; }},
-    {"--only-rankable", "", "", kTable,
-     "  --only-rankable  (table --fits) rank the models that can be ranked, leaving\n"
+    {"--only-rankable", "", "", kTermForms,
+     "  --only-rankable  (--fits) rank the models that can be ranked, leaving\n"
      "                   out with a warning each file no reader knows and each\n"
      "                   model without a likelihood, K or the n AICc needs\n",
      [](SelectionOptions& o, std::string_view, Form) { o.onlyRankable = true; }},
-    {"--model-names", "NFILE", "", kTable, "",
+    {"--term-names", "TFILE", "", kAverage | kImportance,
+     "  --term-names TFILE  (--fits) average terms that programs name apart under\n"
+     "                   one name: a line a name, \"_cons = (Intercept)\"; fits of\n"
+     "                   two programs need it\n",
+     [](SelectionOptions& o, std::string_view value, Form) { o.termNames = value; }},
+    {"--model-names", "NFILE", "", kTermForms, "",
      [](SelectionOptions& o, std::string_view value, Form) { o.modelNames = value; }},
-    {"--verbose", "", "", kTable, "", [](SelectionOptions& o, std::string_view, Form) { o.verbose = true; }},
+    {"--verbose", "", "", kTermForms, "", [](SelectionOptions& o, std::string_view, Form) { o.verbose = true; }},
     {"--strict", "", "", kTermForms,
      "  --strict         treat warnings (models fitted to different n, a name\n"
      "                   given twice, a criterion that disagrees with logLik and\n"

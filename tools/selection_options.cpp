@@ -19,15 +19,23 @@ SelectionOptions ParseSelectionOptions(int argc, char** argv) {
   if (options.help) return options;
   if (!options.fits) {
     if (options.fitFiles.size() > 1) throw UsageError("one FILE only; '" + options.fitFiles[1] + "' is a second");
-    if (!options.modelNames.empty() || options.verbose || options.onlyRankable) {
-      throw UsageError("--model-names, --verbose and --only-rankable go with --fits");
+    if (!options.modelNames.empty() || options.verbose || options.onlyRankable || !options.termNames.empty()) {
+      throw UsageError("--model-names, --verbose, --only-rankable and --term-names go with --fits");
     }
     options.file = options.fitFiles.front();
     options.fitFiles.clear();
   }
   const bool oneEstimate = !options.load.estimateColumn.empty() || !options.load.seColumn.empty();
   if (options.allTerms && oneEstimate) throw UsageError("average takes --all or --estimate and --se, not both");
-  if (options.average && !options.allTerms && (options.load.estimateColumn.empty() || options.load.seColumn.empty())) {
+  if (options.fits) {
+    // A printed table gives each term its SE beside it.
+    if (!options.load.seColumn.empty()) throw UsageError("with --fits, --estimate names a term and its SE is the table's; leave out --se");
+    if (!options.coefficients.empty()) throw UsageError("with --fits, the terms are the printed coefficient tables; leave out --coefficients");
+    if (options.average && !options.allTerms && options.load.estimateColumn.empty()) {
+      throw UsageError("average --fits needs --estimate TERM, or --all");
+    }
+  } else if (options.average && !options.allTerms &&
+             (options.load.estimateColumn.empty() || options.load.seColumn.empty())) {
     throw UsageError("average needs --estimate COLUMN and --se COLUMN, or --all");
   }
   if (options.average && !options.allTerms && !options.coefficients.empty()) {

@@ -36,6 +36,7 @@ struct SelectionOptions {
   std::string modelNames;  // --model-names FILE: the models' names, one a line
   bool verbose = false;    // --verbose: how K, n and logLik were found
   bool onlyRankable = false;  // --only-rankable: leave out what cannot be ranked, with a warning
+  std::string termNames;      // --term-names FILE: the printed names of terms mapped to common ones
 };
 
 // argv[0] is the subcommand. Throws selection::UsageError, its message

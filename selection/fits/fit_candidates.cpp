@@ -12,14 +12,6 @@
 namespace drav::selection::fits {
 namespace {
 
-std::string Where(const FitRecord& r) {
-  std::string where = r.source;
-  if (r.line > 0) where.append(1, ':').append(std::to_string(r.line));
-  return where;
-}
-
-std::string Named(const FitRecord& r) { return "'" + r.model + "' (" + r.program + ", " + Where(r) + ")"; }
-
 // A model that cannot be ranked whatever the others are: refused, its
 // ranking left to the others, or, with `leaveOut`, left out with a warning
 // that names it and says why.
@@ -170,13 +162,16 @@ void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagno
 }  // namespace
 
 CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const LoadOptions& options,
-                                  Diagnostics& diagnostics, bool leaveOut) {
+                                  Diagnostics& diagnostics, bool leaveOut, std::vector<std::size_t>* kept) {
   if (read.empty()) Refuse({}, 0, "no models in the outputs read");
   const Unrankable unrankable(leaveOut, read.size() > 1, diagnostics);
   std::vector<FitRecord> records;
-  for (const FitRecord& r : read) {
+  std::vector<std::size_t> origin;  // of each of `records` in `read`
+  for (std::size_t i = 0; i < read.size(); ++i) {
+    const FitRecord& r = read[i];
     if (HasLikelihood(r, unrankable) && (!std::isnan(r.k) || unrankable.Keep(r, "model '" + r.model + "': K is not printed nor derivable"))) {
       records.push_back(r);
+      origin.push_back(i);
     }
   }
   if (records.empty()) Refuse({}, 0, "no model of the outputs read can be ranked");
@@ -202,7 +197,9 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const Load
   std::vector<FitRecord> ranked;  // the records of table.models, one for one
   CheckPrintedAics(records, diagnostics);
   CheckNames(records, diagnostics);
-  for (const FitRecord& r : records) {
+  if (kept) kept->clear();
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    const FitRecord& r = records[i];
     if (NeedsN(table.criterion) && std::isnan(r.n)) {
       unrankable.Keep(r, "model '" + r.model + "': " + std::string(Title(table.criterion)) +
                              " needs n, which this output does not print; --n N gives it");
@@ -226,6 +223,7 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const Load
     }
     table.models.push_back(std::move(c));
     ranked.push_back(r);
+    if (kept) kept->push_back(origin[i]);
   }
   if (table.models.empty()) Refuse({}, 0, "no model of the outputs read can be ranked");
   NoteUnprintedDigits(ranked, table, diagnostics);

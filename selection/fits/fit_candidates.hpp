@@ -21,8 +21,10 @@ namespace drav::selection::fits {
 // UsageError for options that have no meaning here (--by, --k). With
 // `leaveOut`, a model that cannot be ranked whatever the others are (no
 // likelihood, no K, no n for AICc, a fault of a table's row) is left out
-// with a warning instead, and the others ranked.
+// with a warning instead, and the others ranked. `kept`, where given,
+// receives the index in `records` of each model of the table.
 CandidateTable CandidatesFromFits(const std::vector<FitRecord>& records, const LoadOptions& options,
-                                  Diagnostics& diagnostics, bool leaveOut = false);
+                                  Diagnostics& diagnostics, bool leaveOut = false,
+                                  std::vector<std::size_t>* kept = nullptr);
 
 }  // namespace drav::selection::fits

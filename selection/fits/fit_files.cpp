@@ -28,6 +28,8 @@ std::int64_t LineAt(std::string_view text, std::size_t at) {
   return line;
 }
 
+}  // namespace
+
 void ReadWhole(const std::string& path, std::string& text) {
   const bool standardInput = path == "-";
   const std::string name = standardInput ? "standard input" : path;
@@ -59,6 +61,8 @@ void ReadWhole(const std::string& path, std::string& text) {
   if (!standardInput) std::fclose(file);
   if (failed) throw IOException(name, error);
 }
+
+namespace {
 
 std::vector<std::string> Expanded(const std::vector<std::string>& files) {
   std::vector<std::string> out;

@@ -24,6 +24,11 @@ struct FilesLeftOut {
   std::size_t refused = 0;     // read, but no reader knows them
 };
 
+// The whole of a text file ("-": standard input) into `text`. Throws
+// IOException where it cannot be read, DataError where it holds a NUL byte
+// or more than a gigabyte.
+void ReadWhole(const std::string& path, std::string& text);
+
 // Every model of every file, in the order given. "-" is standard input; a
 // name with * ? or [ that names no file is expanded as a shell would
 // (for shells that pass a pattern on). With `modelNames`, a file of one

@@ -31,4 +31,12 @@ void GiveN(std::vector<FitRecord>& records, double n) {
   }
 }
 
+std::string Where(const FitRecord& r) {
+  std::string where = r.source;
+  if (r.line > 0) where.append(1, ':').append(std::to_string(r.line));
+  return where;
+}
+
+std::string Named(const FitRecord& r) { return "'" + r.model + "' (" + r.program + ", " + Where(r) + ")"; }
+
 }  // namespace drav::selection::fits

@@ -29,6 +29,15 @@ std::string_view Name(LikelihoodKind kind);
 // from in its place.
 inline constexpr std::string_view kNNotPrinted = "n is not printed (--n gives it)";
 
+// One row of a model's coefficient table, read from the block its
+// likelihood came from, named as the program names it (R's coef() names,
+// statsmodels' "Intercept", Stata's "_cons"), for importance and averages.
+struct PrintedTerm {
+  std::string name;
+  double estimate = kUnknown;  // NaN where printed NA (aliased): the model does not hold it
+  double se = kUnknown;        // NaN where none is printed (a fixed parameter, an aliased one)
+};
+
 struct FitRecord {
   std::string model;             // the output's own title, or the file's name without extension
   std::string source;            // the file, as the user named it
@@ -55,7 +64,21 @@ struct FitRecord {
   // What the reader found amiss with this model, for the listing's
   // warnings column; each also went to the diagnostics.
   std::vector<std::string> warnings;
+  // The coefficient table, where the reader reads one; empty where the
+  // output prints none (an AIC table, logLik()).
+  std::vector<PrintedTerm> terms;
+  // The table was cut short where it was printed (R's max.print, an
+  // ellipsis): the terms are those printed, and an average is warned of.
+  bool termsCutOff = false;
+  // What the table printed that is no term to average (random-effect
+  // variances, thresholds, variance components), by name, for --verbose.
+  std::vector<std::string> notTerms;
 };
+
+// "FILE:LINE" of a record, and "'NAME' (PROGRAM, FILE:LINE)": how messages
+// name a model among others.
+std::string Where(const FitRecord& r);
+std::string Named(const FitRecord& r);
 
 // `n`, as --n gives it, to every record whose output prints none, its
 // derivation saying so. Done once, as the records are read, so that the

@@ -28,6 +28,22 @@ inline bool IsTableRow(const std::vector<std::string_view>& words) {
   return false;
 }
 
+// The rows of a coefficient table, as importance and averages read them.
+struct CoefficientRows {
+  std::vector<PrintedTerm> terms;
+  bool cutOff = false;   // R said it printed only part of them (max.print)
+  std::size_t next = 0;  // the line after the last row
+};
+// summary()'s table under its line of headings at `heading` ("Estimate
+// Std. Error ...", nlme's "Value Std.Error ..."), its rows ending as
+// IsTableRow says.
+CoefficientRows ReadCoefficientTable(const Transcript& lines, std::size_t heading, std::size_t end);
+// print()'s names across from `at`: a line of names over a line of values,
+// in turn; no SEs.
+CoefficientRows ReadCoefficientsAcross(const Transcript& lines, std::size_t at, std::size_t end);
+// Where `rows` go in the record.
+void TakeTerms(CoefficientRows&& rows, FitRecord& record);
+
 // summary(glm): K and n from the coefficients and the residual degrees of
 // freedom, the log-likelihood from the AIC line. Nothing where the piece
 // holds no AIC line.

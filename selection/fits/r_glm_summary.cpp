@@ -8,6 +8,7 @@
 //          inverse.gaussian (their AIC counts it), + 1 for glm.nb's theta
 //   logLik = K - AIC / 2, or half of glm.nb's "2 x log-likelihood"
 #include <algorithm>
+#include <cmath>
 
 #include "selection/fits/r_blocks.hpp"
 
@@ -83,32 +84,19 @@ struct GlmSummary {
   std::size_t rows = 0;
   std::size_t aliased = 0;
   std::string deleted;
+  CoefficientRows coefficients;
 };
 
 // The coefficients after "Coefficients:" at `at`: summary() prints a table
-// under a header with "Estimate", one row per coefficient until a blank
-// line or the significance codes; print() prints the names across, lines
-// of names and lines of values in turn. Returns the line after.
-std::size_t CountCoefficients(const Transcript& lines, std::size_t at, std::size_t end, GlmSummary& summary) {
+// under a header with "Estimate", print() the names across. Returns the
+// line after.
+std::size_t ReadCoefficients(const Transcript& lines, std::size_t at, std::size_t end, GlmSummary& summary) {
   const bool table = at + 1 < end && lines[at + 1].text.find("Estimate") != std::string_view::npos;
-  std::size_t j = at + (table ? 2 : 1);
-  for (; j < end && !lines[j].command; ++j) {
-    const auto words = Words(lines[j].text);
-    if (words.empty() || (table && !IsTableRow(words))) break;
-    if (table) {
-      ++summary.rows;
-      if (words.size() > 1 && words[1] == "NA") ++summary.aliased;
-      continue;
-    }
-    // A line of values holds numbers and NAs only; a line of names does not.
-    const bool values = std::all_of(words.begin(), words.end(), [](std::string_view w) {
-      return w == "NA" || ReadPrinted(w).has_value();
-    });
-    if (!values) continue;
-    summary.rows += words.size();
-    summary.aliased += static_cast<std::size_t>(std::count(words.begin(), words.end(), "NA"));
-  }
-  return j;
+  summary.coefficients = table ? ReadCoefficientTable(lines, at + 1, end) : ReadCoefficientsAcross(lines, at + 1, end);
+  summary.rows = summary.coefficients.terms.size();
+  summary.aliased = static_cast<std::size_t>(std::count_if(summary.coefficients.terms.begin(), summary.coefficients.terms.end(),
+                                                           [](const PrintedTerm& t) { return std::isnan(t.estimate); }));
+  return summary.coefficients.next;
 }
 
 GlmSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::size_t end) {
@@ -117,7 +105,7 @@ GlmSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::siz
     if (lines[i].command) continue;
     const std::string_view line = Trimmed(lines[i].text);
     if (line.starts_with("Coefficients:")) {
-      i = CountCoefficients(lines, i, end, summary);
+      i = ReadCoefficients(lines, i, end, summary);
     } else if (line.starts_with("(Dispersion parameter for ")) {
       const std::string_view rest = line.substr(26);
       summary.family = std::string(rest.substr(0, rest.find(" family")));
@@ -198,6 +186,7 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
     return std::nullopt;
   }
   CountParameters(summary, r);
+  TakeTerms(std::move(summary.coefficients), r);
   if (summary.aicNA) {
     r.kind = LikelihoodKind::None;
     output.Flag(r, "the " + (summary.family.empty() ? std::string("quasi") : summary.family) +

@@ -14,7 +14,10 @@ namespace {
 
 // Random effects: one group's row names its factor in the "Groups" column;
 // further terms of the group leave it blank.
-double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size_t end, bool& residual) {
+// Their names, group and term ("Subject (Intercept)"), go to `names`: no
+// term to average.
+double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size_t end, bool& residual,
+                              std::vector<std::string>& names) {
   // An output cut off after the heading has no table to count.
   if (at + 1 >= end) return 0;
   const std::string_view header = lines[at + 1].text;
@@ -22,6 +25,7 @@ double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size
   if (nameColumn == std::string_view::npos) return 0;
   double parameters = 0;
   double terms = 0;
+  std::string_view last;
   const auto close = [&] { parameters += terms * (terms + 1) / 2; terms = 0; };
   for (std::size_t i = at + 2; i < end && !lines[i].command; ++i) {
     const std::string_view row = lines[i].text;
@@ -29,9 +33,15 @@ double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size
     const std::string_view group = Trimmed(row.substr(0, std::min(nameColumn, row.size())));
     if (group == "Residual") {
       residual = true;
+      names.emplace_back("Residual");
       continue;
     }
-    if (!group.empty()) close();
+    if (!group.empty()) {
+      close();
+      last = group;
+    }
+    const auto words = Words(row.substr(std::min(nameColumn, row.size())));
+    if (!words.empty()) names.push_back(std::string(last) + " " + std::string(words.front()));
     ++terms;
   }
   close();
@@ -41,15 +51,9 @@ double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size
 // Fixed effects: summary() prints a table, one row a coefficient, which
 // lmerTest follows with a rule and the significance codes; print() prints
 // the names across, alternating lines of names and of values.
-double FixedEffects(const Transcript& lines, std::size_t at, std::size_t end) {
-  const bool across = Trimmed(lines[at].text).starts_with("Fixed Effects:");
-  double count = 0;
-  for (std::size_t i = at + (across ? 1 : 2); i < end && !lines[i].command; i += across ? 2 : 1) {
-    const auto words = Words(lines[i].text);
-    if (words.empty() || (!across && !IsTableRow(words))) break;
-    count += across ? static_cast<double>(words.size()) : 1;
-  }
-  return count;
+CoefficientRows FixedEffects(const Transcript& lines, std::size_t at, std::size_t end) {
+  if (Trimmed(lines[at].text).starts_with("Fixed Effects:")) return ReadCoefficientsAcross(lines, at + 1, end);
+  return at + 1 < end ? ReadCoefficientTable(lines, at + 1, end) : CoefficientRows{};
 }
 
 // A formula after "Formula:", going on, indented, until the Data: line.
@@ -71,6 +75,8 @@ struct MixedSummary {
   double fixed = 0;
   double random = 0;
   bool residual = false;
+  CoefficientRows coefficients;
+  std::vector<std::string> randomNames;
 };
 
 // The AIC table: a line of headings, the values under them on the next.
@@ -102,9 +108,15 @@ MixedSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::s
       count = Trimmed(count.substr(0, count.find(',')));
       summary.obs = ReadPrinted(count);
     } else if (line.starts_with("Random effects:")) {
-      summary.random = RandomEffectParameters(lines, i, end, summary.residual);
+      summary.random = RandomEffectParameters(lines, i, end, summary.residual, summary.randomNames);
     } else if (line.starts_with("Fixed effects:") || line.starts_with("Fixed Effects:")) {
-      summary.fixed = FixedEffects(lines, i, end);
+      summary.coefficients = FixedEffects(lines, i, end);
+      summary.fixed = static_cast<double>(summary.coefficients.terms.size());
+    } else if (line.starts_with("Conditional model:") && summary.coefficients.terms.empty() && i + 1 < end &&
+               lines[i + 1].text.find("Estimate") != std::string_view::npos) {
+      // glmmTMB's fixed effects; its zero-inflation and dispersion models
+      // have terms of their own, not averaged with these.
+      summary.coefficients = ReadCoefficientTable(lines, i + 1, end);
     }
   }
   return summary;
@@ -130,8 +142,10 @@ std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t b
                                           ProgramOutput& output) {
   FitRecord r = output.Model(lines[begin].number);
   const bool reml = lines[begin].text.find("fit by REML") != std::string_view::npos;
-  const MixedSummary summary = ReadSummaryLines(lines, begin, end);
+  MixedSummary summary = ReadSummaryLines(lines, begin, end);
   r.model = summary.formula;
+  r.notTerms = std::move(summary.randomNames);
+  TakeTerms(std::move(summary.coefficients), r);
   if (summary.obs) r.n = summary.obs->value;
   const double counted = summary.fixed + summary.random + (summary.residual ? 1 : 0);
   const std::string counting = "K = " + Shown(summary.fixed) + " fixed effects + " + Shown(summary.random) +

@@ -102,6 +102,12 @@ std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin,
     if (lines[i].command) continue;
     const std::string_view line = Trimmed(lines[i].text);
     const auto words = Words(line);
+    if (r.terms.empty() && (line.starts_with("Fixed") || line.starts_with("Coefficients:")) && i + 1 < end) {
+      // summary(): a table headed "Value Std.Error"; print(): the names across.
+      const std::string_view next = lines[i + 1].text;
+      const bool table = next.find("Value") != std::string_view::npos && next.find("Std.Error") != std::string_view::npos;
+      TakeTerms(table ? ReadCoefficientTable(lines, i + 1, end) : ReadCoefficientsAcross(lines, i + 1, end), r);
+    }
     if (words.size() == 3 && words[0] == "AIC" && words[1] == "BIC" && words[2] == "logLik" && i + 1 < end) {
       const auto values = Words(lines[i + 1].text);
       aic = Under(words, values, "AIC");

@@ -113,6 +113,38 @@ std::optional<ParameterRows> CountParameterRows(const std::vector<TextLine>& lin
   return std::nullopt;
 }
 
+// The coefficient table under the header that ends at `rule`: summary()
+// heads its columns "coef std err" under the header's rule of "=",
+// summary2() and MixedLM "Coef. Std.Err." under one of "-"; a rule of "-"
+// under the heads, then a row a term to the next rule. A name may hold
+// blanks ("np.log(x + 1)"): the numbers (or nan) stand after it. MixedLM's
+// rows of the random effects' variances and covariances are no terms.
+void ReadTerms(const std::vector<TextLine>& lines, std::size_t rule, FitRecord& r) {
+  const std::size_t heading = rule + 1;
+  if (heading + 1 >= lines.size() || !Rule(lines[heading + 1].text, '-')) return;
+  const auto heads = Words(lines[heading].text);
+  if (heads.size() < 2 || (heads[0] != "coef" && heads[0] != "Coef.")) return;
+  const auto number = [](std::string_view w) { return w == "nan" || ReadPrinted(w).has_value(); };
+  for (std::size_t i = heading + 2; i < lines.size() && !Rule(lines[i].text, '=') && !Rule(lines[i].text, '-'); ++i) {
+    const std::string_view row = lines[i].text;
+    std::vector<std::string_view> words = Words(row);
+    std::size_t numbers = 0;
+    while (numbers < words.size() && number(words[words.size() - 1 - numbers])) ++numbers;
+    if (numbers == 0 || numbers == words.size()) return;
+    const std::string_view first = words[words.size() - numbers];
+    const std::string name(Trimmed(row.substr(0, static_cast<std::size_t>(first.data() - row.data()))));
+    if (name.ends_with(" Var") || name.ends_with(" Cov")) {
+      r.notTerms.push_back(name);
+      continue;
+    }
+    const auto value = [&](std::size_t at) {
+      const auto printed = at < numbers ? ReadPrinted(words[words.size() - numbers + at]) : std::nullopt;
+      return printed ? printed->value : kUnknown;
+    };
+    r.terms.push_back({name, value(0), value(1)});
+  }
+}
+
 // K and the kind of likelihood of a MixedLM summary whose header ends at
 // `rule`; false where they cannot be known, and the model is left out.
 bool CountMixedModel(const std::vector<TextLine>& lines, std::size_t& rule, std::string_view method, FitRecord& r,
@@ -167,6 +199,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       }
     }
     i = j;
+    ReadTerms(lines, j, r);
     if (std::isnan(r.logLik)) {
       output.Note("a " + model + " summary without a log-likelihood is left out", r.line);
       continue;

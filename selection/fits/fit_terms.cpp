@@ -1,0 +1,95 @@
+#include "selection/fits/fit_terms.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "base/errors.hpp"
+
+namespace drav::selection::fits {
+namespace {
+
+// A model in a message that names its place already.
+std::string Model(const FitRecord& r) { return "model '" + r.model + "'"; }
+
+// Each program names terms its own way: the constant alone is "(Intercept)"
+// in R, "Intercept" or "const" in statsmodels, "_cons" in Stata. Two
+// programs' names are averaged together only where the user mapped them.
+void CheckPrograms(const std::vector<const FitRecord*>& ranked, const TermsRequest& request) {
+  const FitRecord* first = ranked.front();
+  const auto other = std::find_if(ranked.begin(), ranked.end(), [&](const FitRecord* r) { return r->program != first->program; });
+  if (other == ranked.end() || (request.names && !request.names->Empty())) return;
+  Refuse({.file = (*other)->source, .line = (*other)->line,
+          .text = "model " + Named(*first) + " comes from " + first->program + " and model " + Named(**other) + " from " + (*other)->program +
+                  ", which name their terms differently; --term-names FILE maps one's names to the other's (one a "
+                  "line: \"_cons = (Intercept)\")"});
+}
+
+}  // namespace
+
+Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const TermsRequest& request,
+                         Diagnostics& diagnostics) {
+  Coefficients coefficients;
+  if (ranked.empty()) return coefficients;
+  CheckPrograms(ranked, request);
+  std::map<std::string, std::size_t, std::less<>> byName;
+  const TermNames none;
+  const TermNames& names = request.names ? *request.names : none;
+  for (std::size_t model = 0; model < ranked.size(); ++model) {
+    const FitRecord& r = *ranked[model];
+    if (r.terms.empty()) {
+      Refuse({.file = r.source, .line = r.line,
+              .text = Model(r) + ": its output prints no coefficient table to take terms from (only its likelihood); "
+                                 "print summary() of the fit, or leave it out"});
+    }
+    if (r.termsCutOff) {
+      diagnostics.Warn(Model(r) + ": its coefficient table was cut short where it was printed; the terms past the "
+                                  "cut are missing from it",
+                       r.source, r.line);
+    }
+    if (request.verbose && !r.notTerms.empty()) {
+      std::string list;
+      for (const std::string& name : r.notTerms) list += (list.empty() ? "" : ", ") + name;
+      diagnostics.Note(Model(r) + ": not terms, left out: " + list, r.source, r.line);
+    }
+    for (const PrintedTerm& printed : r.terms) {
+      const std::string& name = names.Of(printed.name);
+      const auto [at, added] = byName.emplace(name, coefficients.terms.size());
+      if (added) coefficients.terms.emplace_back(name, ranked.size());
+      Term& term = coefficients.terms[at->second];
+      if (term.held[model]) {
+        Refuse({.file = r.source, .line = r.line,
+                .text = Model(r) + " prints term '" + name + "' twice" +
+                        (name == printed.name ? std::string() : " (as --term-names maps it)")});
+      }
+      if (std::isnan(printed.estimate)) {
+        if (request.verbose) diagnostics.Note(Model(r) + ": term '" + name + "' is NA (aliased): the model does not hold it", r.source, r.line);
+        continue;
+      }
+      term.held[model] = 1;
+      term.estimate[model] = printed.estimate;
+      term.se[model] = printed.se;
+      if (!std::isnan(printed.se)) {
+        coefficients.standardErrors = true;
+      } else if (request.averages) {
+        diagnostics.Warn(Model(r) + ": term '" + name + "' is printed without a standard error (fixed, or not "
+                                    "estimated), so its averages have none",
+                         r.source, r.line);
+      }
+    }
+  }
+  return coefficients;
+}
+
+std::vector<Estimate> EstimatesOfTerm(const Coefficients& coefficients, const std::string& term, std::size_t models) {
+  std::vector<Estimate> estimates(models);
+  for (const Term& t : coefficients.terms) {
+    if (t.name != term) continue;
+    for (std::size_t i = 0; i < models; ++i) {
+      if (t.held[i]) estimates[i] = {t.estimate[i], t.se[i]};
+    }
+  }
+  return estimates;
+}
+
+}  // namespace drav::selection::fits
