@@ -46,6 +46,7 @@ struct Model {
   std::optional<double> gapCount, thresholdCount;
   double n = kUnknown;
   int betas = 0;
+  std::vector<PrintedTerm> terms;  // its betas, named as the design matrix's columns are
 };
 
 class MarkReader {
@@ -105,6 +106,7 @@ class MarkReader {
     }
     if (countingBetas_ && current_ && IsBetaRow(line)) {
       ++current_->betas;
+      current_->terms.push_back(Beta(line));
       return;
     }
     if (!braces) return;
@@ -135,6 +137,19 @@ class MarkReader {
         declared_.emplace_back(number, std::string(Trimmed(input.substr(open + 1, close - open - 1))));
       }
     }
+  }
+
+  // "1:Phi:(Intercept)   0.6816992   0.1707624   0.3470049   1.0163935":
+  // the number before the colon is the beta's place, the rest its name.
+  // An SE printed as 0 is a beta MARK did not estimate (confounded, or
+  // fixed), whose SE is unknown rather than nought.
+  static PrintedTerm Beta(std::string_view line) {
+    const auto words = Words(line.substr(line.find(':') + 1));
+    PrintedTerm term;
+    term.name = std::string(words.front());
+    if (const auto estimate = words.size() > 1 ? ReadPrinted(words[1]) : std::nullopt) term.estimate = estimate->value;
+    if (const auto se = words.size() > 2 ? ReadPrinted(words[2]) : std::nullopt; se && se->value > 0) term.se = se->value;
+    return term;
   }
 
   static bool IsBetaRow(std::string_view line) {
@@ -182,6 +197,7 @@ class MarkReader {
     record.bic = model.bic ? model.bic->value : kUnknown;
     record.kind = LikelihoodKind::ConstantsDropped;
     record.derivation = "logLik = -(-2logL) / 2; K = Number of Estimated Parameters; n = Effective Sample Size";
+    record.terms = std::move(model.terms);
     CheckCounts(model, label, record);
     if (model.betas > k) {
       record.counting = "MARK counts the parameters it finds estimable: " + Count(k) + " of the " +

@@ -53,6 +53,46 @@ std::string Message(const std::vector<TextLine>& lines, std::size_t i) {
   return text;
 }
 
+// MODEL RESULTS: under a heading at the left margin that names a class or
+// a group ("Latent Class 2", "Group FEMALE"), indented headings ("VISUAL
+// BY", "Y ON", "Intercepts", "Residual Variances") each over rows of a
+// parameter: its name, estimate, SE. A BY, ON or WITH row is named with its
+// heading, "VISUAL BY X2"; intercepts and means are terms too, variances
+// and thresholds are not. A parameter fixed in the model prints an SE of 0
+// and 999 beside it: its SE is unknown, not nought.
+class ModelResults {
+ public:
+  void Take(std::string_view line, FitRecord& r) {
+    const auto words = Words(line);
+    if (words.empty() || words[0] == "Estimate" || words[0] == "Two-Tailed") return;
+    if (line[0] != ' ') {
+      group_ = std::string(Trimmed(line)) + ": ";
+      return;
+    }
+    const auto estimate = words.size() > 2 ? ReadPrinted(words[1], true) : std::nullopt;
+    if (!estimate) {
+      heading_ = std::string(Trimmed(line));
+      const std::size_t last = heading_.rfind(' ');
+      const std::string_view verb = last == std::string::npos ? std::string_view() : std::string_view(heading_).substr(last + 1);
+      // "VISUAL   BY": one blank between the factor and its verb.
+      if (verb == "BY" || verb == "ON" || verb == "WITH") heading_ = std::string(Words(heading_)[0]) + " " + std::string(verb);
+      return;
+    }
+    const std::string name = group_ + heading_ + " " + std::string(words[0]);
+    if (heading_.ends_with("Variances") || heading_ == "Thresholds") {
+      r.notTerms.push_back(name);
+      return;
+    }
+    const auto se = ReadPrinted(words[2], true);
+    const bool fixed = se && se->value == 0 && words.size() > 3 && words[3] == "999.000";
+    r.terms.push_back({name, estimate->value, se && !fixed ? se->value : kUnknown});
+  }
+
+ private:
+  std::string group_;
+  std::string heading_;
+};
+
 FitRecord ReadRun(const std::vector<TextLine>& lines, std::size_t begin, std::size_t end, ProgramOutput& output) {
   FitRecord r = output.Model(lines[begin].number);
   std::string section;
@@ -61,10 +101,15 @@ FitRecord ReadRun(const std::vector<TextLine>& lines, std::size_t begin, std::si
   std::string title;
   double scaling = kUnknown;
   bool averaged = false;
+  ModelResults results;
   for (std::size_t i = begin; i < end; ++i) {
     const std::string_view line = lines[i].text;
     const std::string_view trimmed = Trimmed(line);
-    if (IsHeading(line)) section = std::string(Trimmed(line));
+    if (IsHeading(line)) {
+      section = std::string(Trimmed(line));
+    } else if (section == "MODEL RESULTS") {
+      results.Take(line, r);
+    }
     if (section == "INPUT INSTRUCTIONS" && title.empty() && Upper(trimmed.substr(0, 6)) == "TITLE:") {
       title = std::string(Trimmed(trimmed.substr(6)));
       if (title.empty() && i + 1 < end) title = std::string(Trimmed(lines[i + 1].text));
