@@ -109,8 +109,10 @@ void Selection::Summarise(DelimitedReader* coefficients, const SelectionRequest&
   }
   const bool averages = request.command == Command::AverageAll;
   if (averages && !coefficients_.standardErrors) {
-    diagnostics.Warn("no column of standard errors (std.error, se, Std. Error; TERM_se beside a term), so the "
-                     "averages have no SE and no interval",
+    diagnostics.Warn(fromFits_ ? "no printed coefficient table has standard errors (summary() prints them), so "
+                                 "the averages have no SE and no interval"
+                               : "no column of standard errors (std.error, se, Std. Error; TERM_se beside a term), "
+                                 "so the averages have no SE and no interval",
                      table_.source);
   }
   if (averages) InflateForOverdispersion(coefficients_, table_.chat);

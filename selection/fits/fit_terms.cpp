@@ -25,6 +25,20 @@ void CheckPrograms(const std::vector<const FitRecord*>& ranked, const TermsReque
                   "line: \"_cons = (Intercept)\")"});
 }
 
+// The terms of a model printed without an SE (print() shows estimates
+// only; a parameter fixed in the model has none), said once a model.
+void TellWithoutSe(const FitRecord& r, const std::vector<std::string>& names, Diagnostics& diagnostics) {
+  if (names.empty()) return;
+  std::string list;
+  for (std::size_t i = 0; i < names.size() && i < 3; ++i) list += (i > 0 ? ", '" : "'") + names[i] + "'";
+  if (names.size() > 3) list += " and " + std::to_string(names.size() - 3) + " more";
+  diagnostics.Warn(Model(r) + ": " + (names.size() == 1 ? "term " : "terms ") + list +
+                       (names.size() == 1 ? " is" : " are") +
+                       " printed without a standard error (print() of a fit shows none, nor has a fixed or "
+                       "inestimable parameter one), so " + (names.size() == 1 ? "its" : "their") + " averages have none",
+                   r.source, r.line);
+}
+
 }  // namespace
 
 Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const TermsRequest& request,
@@ -52,8 +66,15 @@ Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const Term
       for (const std::string& name : r.notTerms) list += (list.empty() ? "" : ", ") + name;
       diagnostics.Note(Model(r) + ": not terms, left out: " + list, r.source, r.line);
     }
+    std::vector<std::string> withoutSe;
     for (const PrintedTerm& printed : r.terms) {
       const std::string& name = names.Of(printed.name);
+      // A coefficient the fit could not estimate is one the model does not
+      // hold, as a table's NA is: no term of its own where no model has it.
+      if (std::isnan(printed.estimate)) {
+        if (request.verbose) diagnostics.Note(Model(r) + ": term '" + name + "' is NA (aliased): the model does not hold it", r.source, r.line);
+        continue;
+      }
       const auto [at, added] = byName.emplace(name, coefficients.terms.size());
       if (added) coefficients.terms.emplace_back(name, ranked.size());
       Term& term = coefficients.terms[at->second];
@@ -62,21 +83,16 @@ Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const Term
                 .text = Model(r) + " prints term '" + name + "' twice" +
                         (name == printed.name ? std::string() : " (as --term-names maps it)")});
       }
-      if (std::isnan(printed.estimate)) {
-        if (request.verbose) diagnostics.Note(Model(r) + ": term '" + name + "' is NA (aliased): the model does not hold it", r.source, r.line);
-        continue;
-      }
       term.held[model] = 1;
       term.estimate[model] = printed.estimate;
       term.se[model] = printed.se;
       if (!std::isnan(printed.se)) {
         coefficients.standardErrors = true;
-      } else if (request.averages) {
-        diagnostics.Warn(Model(r) + ": term '" + name + "' is printed without a standard error (fixed, or not "
-                                    "estimated), so its averages have none",
-                         r.source, r.line);
+      } else {
+        withoutSe.push_back(name);
       }
     }
+    if (request.averages) TellWithoutSe(r, withoutSe, diagnostics);
   }
   return coefficients;
 }

@@ -21,7 +21,9 @@ using Transcript = std::vector<TranscriptLine>;
 // names: the block that goes on to its other columns starts with a line of
 // headings only, then names the same coefficients again.
 inline bool IsTableRow(const std::vector<std::string_view>& words) {
-  if (words.empty() || words[0] == "---" || words[0] == "Signif.") return false;
+  // " [ reached getOption("max.print") -- omitted 3 rows ]" ends a table
+  // R cut short.
+  if (words.empty() || words[0] == "---" || words[0] == "Signif." || words[0] == "[") return false;
   for (std::size_t w = 1; w < words.size(); ++w) {
     if (words[w] == "NA" || ReadPrinted(words[w])) return true;
   }

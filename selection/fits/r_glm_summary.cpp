@@ -185,6 +185,14 @@ std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t beg
     output.Warn(where + "it lacks its coefficients or residual degrees of freedom, so K and n are unknown", r.line);
     return std::nullopt;
   }
+  if (summary.coefficients.cutOff) {
+    // K and n are counted from the coefficients: a table cut short would
+    // give too few of them, and a logLik too low.
+    if (summary.aic) r.aic = summary.aic->value;
+    output.Flag(r, "R printed its coefficient table only in part (max.print), so K, n and logLik are unknown; "
+                   "options(max.print = 99999) prints it whole", r.line, where);
+    return r;
+  }
   CountParameters(summary, r);
   TakeTerms(std::move(summary.coefficients), r);
   if (summary.aicNA) {

@@ -156,6 +156,10 @@ std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t b
     r.kind = LikelihoodKind::REML;
     r.logLik = -summary.criterion->value / 2;
     r.logLikHalfUnit = summary.criterion->halfUnit / 2;
+    if (r.termsCutOff) {
+      output.Flag(r, "R printed its fixed effects only in part (max.print), so K is unknown", r.line);
+      return r;
+    }
     r.k = counted;
     r.derivation = "logLik = -(REML criterion)/2; " + counting;
     return r;
@@ -167,7 +171,7 @@ std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t b
   if (summary.dfResid && summary.obs) {
     r.k = summary.obs->value - summary.dfResid->value;
     AddStep(r.derivation, "K = n - df.resid = " + Shown(summary.obs->value) + " - " + Shown(summary.dfResid->value));
-  } else if (counted > 0) {
+  } else if (counted > 0 && !r.termsCutOff) {
     r.k = counted;
     AddStep(r.derivation, counting);
   } else {

@@ -31,7 +31,8 @@ expected <- function(dir, fits) {
   aicc <- -2 * ll + 2 * k + 2 * k * (k + 1) / (n - k - 1)
   w <- exp(-(aicc - min(aicc)) / 2)
   w <- w / sum(w)
-  terms <- unique(unlist(lapply(fits, function(f) names(coefs(f)))))
+  # A coefficient a fit could not estimate (NA, aliased) is one it does not hold.
+  terms <- unique(unlist(lapply(fits, function(f) names(coefs(f))[!is.na(coefs(f))])))
   rows <- lapply(terms, function(t) {
     held <- sapply(fits, function(f) t %in% names(coefs(f)) && !is.na(coefs(f)[t]))
     est <- sapply(fits, function(f) if (t %in% names(coefs(f))) unname(coefs(f)[t]) else 0)
@@ -99,6 +100,26 @@ source("warpbreaks-poisson/fits.R", echo = FALSE, print.eval = FALSE)
 expected("warpbreaks-poisson", list(m1, m2, m3, m4))
 R
 rm warpbreaks-poisson/fits.R
+
+# Gaussian glms of the motor trend cars, one with a term that duplicates
+# another (printed NA: aliased, so not held), in one transcript.
+mkdir mtcars-aliased
+cat >mtcars-aliased/fits.R <<'R'
+mtcars$wt2 <- 2 * mtcars$wt
+m1 <- glm(mpg ~ wt, data = mtcars)
+m2 <- glm(mpg ~ wt + hp, data = mtcars)
+m3 <- glm(mpg ~ wt + wt2 + hp + qsec, data = mtcars)
+summary(m1)
+summary(m2)
+summary(m3)
+R
+R CMD BATCH --no-save --no-timing mtcars-aliased/fits.R mtcars-aliased/fits.Rout
+Rscript --vanilla - <<'R'
+source("../averaging.R.tmp")
+source("mtcars-aliased/fits.R", echo = FALSE, print.eval = FALSE)
+expected("mtcars-aliased", list(m1, m2, m3))
+R
+rm mtcars-aliased/fits.R mtcars-aliased/models.csv mtcars-aliased/tidy.csv
 
 # lme4 fits of the sleep-deprivation study by maximum likelihood, their
 # fixed effects nested, random effects the same.

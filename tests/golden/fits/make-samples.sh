@@ -62,6 +62,10 @@ summary(f2)
 summary(f3)
 R
 Rscript --vanilla sleepstudy.R >"$out/r/sleepstudy-ml.txt" 2>&1
+# A summary R printed only in part, max.print being too small for its
+# coefficient table: its terms are cut short.
+Rscript --vanilla -e 'options(max.print = 12); summary(glm(mpg ~ wt + hp + qsec + am, data = mtcars))' \
+  >"$out/r/max-print.txt" 2>&1
 # Newer lme4 heads the -2 log-likelihood "-2*log(L)" where 1.1-31 writes
 # "deviance"; the same output with the newer heading.
 sed 's/  logLik deviance df.resid/  logLik -2*log(L) df.resid/' "$out/r/lme4-ml.txt" >"$out/r/lme4-newer-heading.txt"
