@@ -53,8 +53,8 @@ Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const Term
     const FitRecord& r = *ranked[model];
     if (r.terms.empty()) {
       Refuse({.file = r.source, .line = r.line,
-              .text = Model(r) + ": its output prints no coefficient table to take terms from (only its likelihood); "
-                                 "print summary() of the fit, or leave it out"});
+              .text = Model(r) + ": its output prints no coefficient table to take terms from" +
+                      (r.program == "R" ? "; print summary() of the fit, or leave it out" : ", or leave it out")});
     }
     if (r.termsCutOff) {
       diagnostics.Warn(Model(r) + ": its coefficient table was cut short where it was printed; the terms past the "
@@ -81,7 +81,7 @@ Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const Term
       if (term.held[model]) {
         Refuse({.file = r.source, .line = r.line,
                 .text = Model(r) + " prints term '" + name + "' twice" +
-                        (name == printed.name ? std::string() : " (as --term-names maps it)")});
+                        (names.Empty() ? std::string() : " (as --term-names maps it)")});
       }
       term.held[model] = 1;
       term.estimate[model] = printed.estimate;

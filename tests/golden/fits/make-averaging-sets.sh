@@ -102,13 +102,14 @@ R
 rm warpbreaks-poisson/fits.R
 
 # Gaussian glms of the motor trend cars, one with a term that duplicates
-# another (printed NA: aliased, so not held), in one transcript.
+# another (printed NA: aliased, so not held), and terms whose names hold a
+# blank ("poly(hp, 2)1"), in one transcript.
 mkdir mtcars-aliased
 cat >mtcars-aliased/fits.R <<'R'
 mtcars$wt2 <- 2 * mtcars$wt
 m1 <- glm(mpg ~ wt, data = mtcars)
-m2 <- glm(mpg ~ wt + hp, data = mtcars)
-m3 <- glm(mpg ~ wt + wt2 + hp + qsec, data = mtcars)
+m2 <- glm(mpg ~ wt + poly(hp, 2), data = mtcars)
+m3 <- glm(mpg ~ wt + wt2 + poly(hp, 2) + qsec, data = mtcars)
 summary(m1)
 summary(m2)
 summary(m3)

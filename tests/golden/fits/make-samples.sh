@@ -66,6 +66,10 @@ Rscript --vanilla sleepstudy.R >"$out/r/sleepstudy-ml.txt" 2>&1
 # coefficient table: its terms are cut short.
 Rscript --vanilla -e 'options(max.print = 12); summary(glm(mpg ~ wt + hp + qsec + am, data = mtcars))' \
   >"$out/r/max-print.txt" 2>&1
+Rscript --vanilla -e 'suppressMessages(library(lme4)); options(max.print = 8)' \
+  -e 'sleepstudy$Days2 <- sleepstudy$Days^2; sleepstudy$Days3 <- sleepstudy$Days^3' \
+  -e 'summary(lmer(Reaction ~ Days + Days2 + Days3 + (1 | Subject), sleepstudy, REML = FALSE), correlation = FALSE)' \
+  >"$out/r/lme4-max-print.txt" 2>&1
 # Newer lme4 heads the -2 log-likelihood "-2*log(L)" where 1.1-31 writes
 # "deviance"; the same output with the newer heading.
 sed 's/  logLik deviance df.resid/  logLik -2*log(L) df.resid/' "$out/r/lme4-ml.txt" >"$out/r/lme4-newer-heading.txt"

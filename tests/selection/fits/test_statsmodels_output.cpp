@@ -89,6 +89,12 @@ TEST(StatsmodelsOutput, MixedLmCountsEveryRowOfItsTableAndTheScale) {
   EXPECT_EQ(records[0].derivation,
             "K = 2 fixed effects + 3 variance and covariance parameters of the random effects + 1 for the scale");
   EXPECT_TRUE(diagnostics.All().empty());
+  // The terms to average are the fixed effects, a name's blanks kept.
+  ASSERT_EQ(records[0].terms.size(), 2u);
+  EXPECT_EQ(records[0].terms[1].name, "np.log(t + 1)");
+  EXPECT_EQ(records[0].terms[1].estimate, 2.020);
+  EXPECT_EQ(records[0].terms[1].se, 0.036);
+  EXPECT_EQ(records[0].notTerms, (std::vector<std::string>{"Group Var", "Group x t Cov", "t Var"}));
 }
 
 TEST(StatsmodelsOutput, MixedLmByMlIsMl) {
