@@ -60,6 +60,18 @@ expected <- function(dir, fits) {
 }
 R
 
+# batch NAME OBJECTS: the fits and summaries of the R script on standard
+# input printed by R CMD BATCH into NAME/fits.Rout, and the expected
+# numbers over the fits OBJECTS ("m1, m2").
+batch() {
+  mkdir -p "$1"
+  cat >"$1/fits.R"
+  R CMD BATCH --no-save --no-timing "$1/fits.R" "$1/fits.Rout"
+  Rscript --vanilla -e 'source("../averaging.R.tmp")' -e "source('$1/fits.R', echo = FALSE, print.eval = FALSE)" \
+    -e "expected('$1', list($2))"
+  rm "$1/fits.R"
+}
+
 # Eight gaussian glms of the Swiss fertility data, every subset of three
 # predictors, each summary() sink()ed into a file of its own: a folder of
 # outputs.
@@ -82,8 +94,7 @@ R
 
 # Poisson glms of the warp breaks, factors and their interaction, printed
 # one after another in one R CMD BATCH transcript.
-mkdir warpbreaks-poisson
-cat >warpbreaks-poisson/fits.R <<'R'
+batch warpbreaks-poisson "m1, m2, m3, m4" <<'R'
 m1 <- glm(breaks ~ wool, family = poisson, data = warpbreaks)
 m2 <- glm(breaks ~ tension, family = poisson, data = warpbreaks)
 m3 <- glm(breaks ~ wool + tension, family = poisson, data = warpbreaks)
@@ -93,19 +104,11 @@ summary(m2)
 summary(m3)
 summary(m4)
 R
-R CMD BATCH --no-save --no-timing warpbreaks-poisson/fits.R warpbreaks-poisson/fits.Rout
-Rscript --vanilla - <<'R'
-source("../averaging.R.tmp")
-source("warpbreaks-poisson/fits.R", echo = FALSE, print.eval = FALSE)
-expected("warpbreaks-poisson", list(m1, m2, m3, m4))
-R
-rm warpbreaks-poisson/fits.R
 
 # Gaussian glms of the motor trend cars, one with a term that duplicates
 # another (printed NA: aliased, so not held), and terms whose names hold a
 # blank ("poly(hp, 2)1"), in one transcript.
-mkdir mtcars-aliased
-cat >mtcars-aliased/fits.R <<'R'
+batch mtcars-aliased "m1, m2, m3" <<'R'
 mtcars$wt2 <- 2 * mtcars$wt
 m1 <- glm(mpg ~ wt, data = mtcars)
 m2 <- glm(mpg ~ wt + poly(hp, 2), data = mtcars)
@@ -114,18 +117,11 @@ summary(m1)
 summary(m2)
 summary(m3)
 R
-R CMD BATCH --no-save --no-timing mtcars-aliased/fits.R mtcars-aliased/fits.Rout
-Rscript --vanilla - <<'R'
-source("../averaging.R.tmp")
-source("mtcars-aliased/fits.R", echo = FALSE, print.eval = FALSE)
-expected("mtcars-aliased", list(m1, m2, m3))
-R
-rm mtcars-aliased/fits.R mtcars-aliased/models.csv mtcars-aliased/tidy.csv
+rm mtcars-aliased/models.csv mtcars-aliased/tidy.csv
 
 # lme4 fits of the sleep-deprivation study by maximum likelihood, their
 # fixed effects nested, random effects the same.
-mkdir sleepstudy-lmer
-cat >sleepstudy-lmer/fits.R <<'R'
+batch sleepstudy-lmer "m1, m2, m3" <<'R'
 suppressPackageStartupMessages(library(lme4))
 sleepstudy$Days2 <- sleepstudy$Days^2
 m1 <- lmer(Reaction ~ 1 + (Days | Subject), sleepstudy, REML = FALSE)
@@ -135,13 +131,6 @@ summary(m1)
 summary(m2)
 summary(m3)
 R
-R CMD BATCH --no-save --no-timing sleepstudy-lmer/fits.R sleepstudy-lmer/fits.Rout
-Rscript --vanilla - <<'R'
-source("../averaging.R.tmp")
-source("sleepstudy-lmer/fits.R", echo = FALSE, print.eval = FALSE)
-expected("sleepstudy-lmer", list(m1, m2, m3))
-R
-rm sleepstudy-lmer/fits.R
 
 # One set fitted in two programs: the Spector and Mazzeo logits without
 # PSI in R, those with it in statsmodels (formula names: "Intercept"),
@@ -159,7 +148,7 @@ with open("spector-two-programs/statsmodels.txt", "w") as printed:
             print(fit.summary(), file=printed)
             print(file=printed)
 PY
-cat >spector-two-programs/fits.R <<'R'
+batch spector-two-programs "m1, m2, m3, m4, m5, m6, m7, m8" <<'R'
 spector <- read.csv("spector.csv.tmp")
 m1 <- glm(GRADE ~ 1, family = binomial, data = spector)
 m2 <- glm(GRADE ~ GPA, family = binomial, data = spector)
@@ -169,18 +158,14 @@ summary(m1)
 summary(m2)
 summary(m3)
 summary(m4)
-R
-R CMD BATCH --no-save --no-timing spector-two-programs/fits.R spector-two-programs/r-glm.Rout
-Rscript --vanilla - <<'R'
-source("../averaging.R.tmp")
-source("spector-two-programs/fits.R", echo = FALSE, print.eval = FALSE)
+# Fitted, not printed: statsmodels prints these.
 m5 <- glm(GRADE ~ PSI, family = binomial, data = spector)
 m6 <- glm(GRADE ~ GPA + PSI, family = binomial, data = spector)
 m7 <- glm(GRADE ~ TUCE + PSI, family = binomial, data = spector)
 m8 <- glm(GRADE ~ GPA + TUCE + PSI, family = binomial, data = spector)
-expected("spector-two-programs", list(m1, m2, m3, m4, m5, m6, m7, m8))
 R
-rm spector-two-programs/fits.R spector-two-programs/models.csv spector-two-programs/tidy.csv spector.csv.tmp ../averaging.R.tmp
+mv spector-two-programs/fits.Rout spector-two-programs/r-glm.Rout
+rm spector-two-programs/models.csv spector-two-programs/tidy.csv spector.csv.tmp ../averaging.R.tmp
 printf 'Intercept = (Intercept)\n' >spector-two-programs/term-names.map
 
 # statsmodels: every subset of the Spector and Mazzeo predictors of a
