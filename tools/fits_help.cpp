@@ -8,6 +8,8 @@ namespace drav::cli {
 std::string FitsHelp() {
   return R"(Usage: drav-report fits [OPTIONS] FILE...
        drav-report table --fits [OPTIONS] FILE...
+       drav-report importance --fits [OPTIONS] FILE...
+       drav-report average --fits (--all | --estimate TERM) [OPTIONS] FILE...
 
 fits reads what statistics programs printed, one file or more (- is
 standard input; a quoted pattern such as 'runs/*.out' is expanded), each
@@ -16,6 +18,12 @@ name, source file and line, program, log-likelihood, K, n, the AIC and BIC
 as the program printed them, the kind of likelihood and what is amiss.
 table --fits ranks the same models as drav-report table ranks a table's,
 with its options (--criterion, --level, --top, --delta-max, --format, ...).
+importance --fits and average --fits take each model's terms from the
+coefficient table printed with it (R's summary() of glm, glm.nb, lme4,
+nlme and glmmTMB, statsmodels' summary() and summary2(), Mplus's MODEL
+RESULTS, MARK's betas), named as the program names them; a term printed
+NA is not held, one without an SE is averaged without one, and fits of two
+programs need --term-names TFILE: a line a name, _cons = (Intercept).
 
 A model's name is the output's own: an R formula, an Mplus TITLE, a MARK
 model's braces, a Stata stored name, a SAS or SPSS TITLE; else the file's
