@@ -51,10 +51,13 @@ PY
   if ! cmake --build "$scratch/build" --parallel "$(nproc)" >/dev/null 2>&1; then
     echo "STILLBORN  $file: $before -> $after"; stillborn=$((stillborn + 1))
   elif ctest --test-dir "$scratch/build" --parallel "$(nproc)" -E "$([[ $file == app/* ]] && echo versus_r || echo "$exclude")" \
-         --stop-on-failure --timeout 120 >/dev/null 2>&1; then
+         --stop-on-failure --timeout 120 >"$scratch/ctest.log" 2>&1; then
     echo "SURVIVED   $file: $before -> $after"; survived=$((survived + 1)); survivors+=("$file: $before -> $after")
   else
-    echo "killed     $file: $before -> $after"; killed=$((killed + 1))
+    # The test that failed, so that a kill by a test that has nothing to do
+    # with the mutant (a timeout on a loaded machine) can be seen.
+    by=$(grep -m1 -oE '[0-9]+ - [^ ]+ \((Failed|Timeout|SEGFAULT|Subprocess aborted|Child aborted)\)' "$scratch/ctest.log" || true)
+    echo "killed     $file: $before -> $after  [${by:-?}]"; killed=$((killed + 1))
   fi
   mv "$target.orig" "$target"
   touch "$target"
