@@ -59,9 +59,14 @@ Selection::Selection(const FitsRequest& fits, const SelectionRequest& request, D
   }
   if (request.command != Command::Table) {
     std::vector<const fits::FitRecord*> ranked;
-    for (const std::size_t i : rows) ranked.push_back(&records[i]);
+    std::vector<std::uint32_t> sets;
+    for (std::size_t m = 0; m < rows.size(); ++m) {
+      ranked.push_back(&records[rows[m]]);
+      sets.push_back(table_.models[m].set);
+    }
     coefficients_ = fits::TermsOfFits(
-        ranked, {.names = &names, .averages = request.command != Command::Importance, .verbose = fits.verbose},
+        ranked,
+        {.names = &names, .averages = request.command != Command::Importance, .verbose = fits.verbose, .sets = &sets},
         diagnostics);
     NoteOverdispersion(request, diagnostics);
   }
@@ -119,8 +124,10 @@ void Selection::Summarise(DelimitedReader* coefficients, const SelectionRequest&
   terms_.reserve(ranked_.size());
   for (const RankedSet& set : ranked_) {
     const std::vector<Member> members = MembersInTableOrder(set);
-    const std::vector<TermImportance> importance =
-        Importance(coefficients_, members, request.fileOrder, request.threads);
+    std::vector<TermImportance> importance = Importance(coefficients_, members, request.fileOrder, request.threads);
+    // A table's term columns are the same for every set; the outputs of
+    // one set print terms of their own, which the other sets' do not.
+    if (fromFits_) std::erase_if(importance, [](const TermImportance& t) { return t.models == 0; });
     if (const auto warning = UnequalCountsWarning(coefficients_, importance, members.size())) {
       diagnostics.Warn(table_.sets.size() > 1 ? "set '" + table_.sets[set.set] + "': " + *warning : *warning,
                        table_.source);

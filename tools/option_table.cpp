@@ -110,7 +110,9 @@ constexpr Option kOptions[] = {
      "                   level for average (default 0.95); models tied with the\n"
      "                   set's last member are in it too\n",
      Level},
-    {"--by", "COLUMN", "", kTermForms, "  --by COLUMN      rank and weigh each value of COLUMN as a set of its own\n",
+    {"--by", "COLUMN", "", kTermForms,
+     "  --by COLUMN      rank and weigh each value of COLUMN as a set of its own;\n"
+     "                   with --fits, source (each file a set) or program\n",
      [](SelectionOptions& o, std::string_view value, Form) { o.load.byColumn = value; }},
     {"--model", "COLUMN", "", kTermForms, "  --model COLUMN   the column that names the models\n",
      [](SelectionOptions& o, std::string_view value, Form) { o.load.modelColumn = value; }},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <unordered_map>
 
 #include "base/errors.hpp"
 #include "selection/fits/fit_refusal.hpp"
@@ -130,8 +131,12 @@ void CheckNames(const std::vector<FitRecord>& records, Diagnostics& diagnostics)
 void NoteUnprintedDigits(const std::vector<FitRecord>& records, const CandidateTable& table, Diagnostics& diagnostics) {
   std::vector<std::size_t> order(records.size());
   std::iota(order.begin(), order.end(), 0);
-  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return table.models[a].value < table.models[b].value; });
+  const auto& models = table.models;
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    return models[a].set != models[b].set ? models[a].set < models[b].set : models[a].value < models[b].value;
+  });
   for (std::size_t i = 1; i < order.size(); ++i) {
+    if (models[order[i]].set != models[order[i - 1]].set) continue;
     const FitRecord& a = records[order[i - 1]];
     const FitRecord& b = records[order[i]];
     const double apart = table.models[order[i]].value - table.models[order[i - 1]].value;
@@ -159,6 +164,25 @@ void NoteCoarseDigits(const std::vector<FitRecord>& records, Diagnostics& diagno
                    "; differences in AIC within twice that say nothing");
 }
 
+// The set of each record under --by, which names a column of the listing
+// that tells sets apart: each file a set ("source") or each program; one
+// set without. The sets' names go into `table`.
+std::vector<std::uint32_t> SetsOf(const std::vector<FitRecord>& records, const std::string& by, CandidateTable& table) {
+  if (!by.empty() && by != "source" && by != "program") {
+    throw UsageError("with --fits, --by is source (each file a set of its own) or program, not '" + by + "'");
+  }
+  std::vector<std::uint32_t> sets;
+  std::unordered_map<std::string, std::uint32_t> index;
+  table.byName = by;
+  for (const FitRecord& r : records) {
+    const std::string& value = by.empty() ? by : by == "source" ? r.source : r.program;
+    const auto [at, added] = index.emplace(value, static_cast<std::uint32_t>(table.sets.size()));
+    if (added) table.sets.push_back(value);
+    sets.push_back(at->second);
+  }
+  return sets;
+}
+
 }  // namespace
 
 CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const LoadOptions& options,
@@ -175,16 +199,23 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const Load
     }
   }
   if (records.empty()) Refuse({}, 0, "no model of the outputs read can be ranked");
-  if (!options.byColumn.empty() || !options.roles.k.empty() || !options.modelColumn.empty() || !options.roles.terms.empty()) {
-    throw UsageError("--by, --k, --model and --term name columns of a table; the outputs read with --fits have none");
+  if (!options.roles.k.empty() || !options.modelColumn.empty() || !options.roles.terms.empty()) {
+    throw UsageError("--k, --model and --term name columns of a table; the outputs read with --fits have none");
   }
-  CheckKinds(records, diagnostics);
-  CheckSampleSizes(records, diagnostics);
-  CheckCounting(records, diagnostics);
-  NoteCoarseDigits(records, diagnostics);
+  CandidateTable table;
+  const std::vector<std::uint32_t> sets = SetsOf(records, options.byColumn, table);
+  // What must hold of the models ranked together holds within each set.
+  std::vector<std::vector<FitRecord>> bySet(table.sets.size());
+  for (std::size_t i = 0; i < records.size(); ++i) bySet[sets[i]].push_back(records[i]);
+  for (const std::vector<FitRecord>& members : bySet) {
+    CheckKinds(members, diagnostics);
+    CheckSampleSizes(members, diagnostics);
+    CheckCounting(members, diagnostics);
+    NoteCoarseDigits(members, diagnostics);
+    CheckNames(members, diagnostics);
+  }
 
   const bool allN = std::none_of(records.begin(), records.end(), [](const FitRecord& r) { return std::isnan(r.n); });
-  CandidateTable table;
   table.criterion = options.criterion.value_or(allN ? Criterion::AICc : Criterion::AIC);
   if (NeedsChat(table.criterion)) {
     if (!options.chat) throw UsageError(std::string(Title(table.criterion)) + " needs --chat");
@@ -192,11 +223,9 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const Load
   } else if (options.chat) {
     throw UsageError("--chat is the overdispersion factor of QAIC and QAICc; add --criterion qaic or qaicc");
   }
-  table.sets.emplace_back();
   table.models.reserve(records.size());
   std::vector<FitRecord> ranked;  // the records of table.models, one for one
   CheckPrintedAics(records, diagnostics);
-  CheckNames(records, diagnostics);
   if (kept) kept->clear();
   for (std::size_t i = 0; i < records.size(); ++i) {
     const FitRecord& r = records[i];
@@ -211,6 +240,7 @@ CandidateTable CandidatesFromFits(const std::vector<FitRecord>& read, const Load
     c.k = r.k;
     c.n = r.n;
     c.line = r.line;
+    c.set = sets[i];
     c.value = Compute(table.criterion, {r.logLik, r.k, std::isnan(r.n) ? 0 : r.n, table.chat});
     // Held to what a table's rows are, in the same words; what a row names
     // by its column, a fit names by its value.

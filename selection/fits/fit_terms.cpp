@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <tuple>
 
 #include "base/errors.hpp"
 
@@ -16,11 +17,18 @@ std::string Model(const FitRecord& r) { return "model '" + r.model + "'"; }
 // in R, "Intercept" or "const" in statsmodels, "_cons" in Stata. Two
 // programs' names are averaged together only where the user mapped them.
 void CheckPrograms(const std::vector<const FitRecord*>& ranked, const TermsRequest& request) {
-  const FitRecord* first = ranked.front();
-  const auto other = std::find_if(ranked.begin(), ranked.end(), [&](const FitRecord* r) { return r->program != first->program; });
-  if (other == ranked.end() || (request.names && !request.names->Empty())) return;
-  Refuse({.file = (*other)->source, .line = (*other)->line,
-          .text = "model " + Named(*first) + " comes from " + first->program + " and model " + Named(**other) + " from " + (*other)->program +
+  if (request.names && !request.names->Empty()) return;
+  // The first model of each set, and the first of another program in it.
+  std::map<std::uint32_t, const FitRecord*> firstOf;
+  const FitRecord* first = nullptr;
+  const FitRecord* other = nullptr;
+  for (std::size_t i = 0; i < ranked.size() && !other; ++i) {
+    const FitRecord*& setFirst = firstOf.try_emplace(request.sets ? (*request.sets)[i] : 0, ranked[i]).first->second;
+    if (setFirst->program != ranked[i]->program) std::tie(first, other) = std::pair(setFirst, ranked[i]);
+  }
+  if (!other) return;
+  Refuse({.file = other->source, .line = other->line,
+          .text = "model " + Named(*first) + " comes from " + first->program + " and model " + Named(*other) + " from " + other->program +
                   ", which name their terms differently; --term-names FILE maps one's names to the other's (one a "
                   "line: \"_cons = (Intercept)\")"});
 }

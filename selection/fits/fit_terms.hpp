@@ -7,6 +7,7 @@
 // term printed without an SE is held, its SE unknown and said, never
 // guessed. Names from two programs do not mix ("_cons", "Intercept",
 // "(Intercept)") unless --term-names maps them.
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,9 @@ struct TermsRequest {
   const TermNames* names = nullptr;  // --term-names; null or empty: the printed names
   bool averages = false;             // the estimates are averaged, not only counted: a missing SE matters
   bool verbose = false;              // say what each table printed that is no term
+  // The set of each model under --by, one for one with the models; null:
+  // one set. Programs mix only where a set holds both.
+  const std::vector<std::uint32_t>* sets = nullptr;
 };
 
 // `ranked` holds the record of each model of the table, one for one.
