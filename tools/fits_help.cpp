@@ -20,8 +20,9 @@ table --fits ranks the same models as drav-report table ranks a table's,
 with its options (--criterion, --level, --top, --delta-max, --format, ...).
 importance --fits and average --fits take each model's terms from the
 coefficient table printed with it (R's summary() of glm, glm.nb, lme4,
-nlme and glmmTMB, statsmodels' summary() and summary2(), Mplus's MODEL
-RESULTS, MARK's betas), named as the program names them; a term printed
+nlme and glmmTMB, statsmodels' summary() and summary2(), lavaan's
+estimates as lhs op rhs, Mplus's MODEL RESULTS, MARK's betas), named as
+the program names them; a term printed
 NA is not held, one without an SE is averaged without one, and fits of two
 programs need --term-names TFILE: a line a name, _cons = (Intercept).
 

@@ -19,6 +19,7 @@
 #include <cctype>
 #include <cmath>
 
+#include "selection/fits/lavaan_estimates.hpp"
 #include "selection/fits/program_output.hpp"
 #include "selection/fits/r_named_vector.hpp"
 #include "selection/fits/r_transcript.hpp"
@@ -211,9 +212,13 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
   const std::vector<TranscriptLine> lines = ReadTranscript(text);
   std::vector<FitRecord> records;
   Summary summary;
+  LavaanEstimates estimates;
   bool open = false;  // the last record is a summary still being read
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (lines[i].command) continue;
+    if (lines[i].command) {
+      estimates.Stop();
+      continue;
+    }
     if (const auto measures = NamedVectorAt(lines, i); measures && GivesModel(*measures)) {
       const std::string object = PrintedObject(CommandBefore(lines, i));
       // The same object printed before, or with no command to tell, the
@@ -239,8 +244,10 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
       i = measures->last;
       continue;
     }
+    if (open) estimates.Take(lines[i].text, records.back());
     if (!Wanted(lines[i].text)) continue;
     if (StartsSummary(lines[i].text)) {
+      estimates.Stop();
       if (open) Finish(records.back(), summary, output);
       records.push_back(output.Model(lines[i].number));
       records.back().model = PrintedObject(CommandBefore(lines, i));

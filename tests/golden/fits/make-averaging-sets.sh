@@ -10,7 +10,7 @@
 # base R and numpy, never from the printed text. The R sets also carry
 # models.csv and tidy.csv, the same fits exported as a table and its long
 # coefficients. The tests never run R or Python. Needs r-base-core,
-# r-cran-lme4 and python3-statsmodels.
+# r-cran-lme4, r-cran-lavaan and python3-statsmodels.
 #   tests/golden/fits/make-averaging-sets.sh
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -21,9 +21,20 @@ cd "$out"
 
 cat >../averaging.R.tmp <<'R'
 suppressPackageStartupMessages(library(lme4))
-# coefs(fit) and ses(fit): the named estimates and their SEs.
-coefs <- function(f) if (inherits(f, "merMod")) fixef(f) else coef(f)
-ses <- function(f) sqrt(diag(as.matrix(vcov(f))))
+# coefs(fit) and ses(fit): the named estimates and their SEs. lavaan's are
+# its parameterEstimates() but the variances, named "lhs op rhs" ("x1 ~1"
+# for an intercept), a fixed parameter's SE unknown.
+lavaanTable <- function(f) {
+  p <- lavaan::parameterEstimates(f)
+  p <- p[!(p$op == "~~" & p$lhs == p$rhs) & p$op %in% c("=~", "~", "~~", "~1"), ]
+  names <- ifelse(p$op == "~1", paste(p$lhs, "~1"), paste(p$lhs, p$op, p$rhs))
+  list(est = setNames(p$est, names), se = setNames(ifelse(p$se == 0, NA, p$se), names))
+}
+coefs <- function(f) {
+  if (inherits(f, "lavaan")) return(lavaanTable(f)$est)
+  if (inherits(f, "merMod")) fixef(f) else coef(f)
+}
+ses <- function(f) if (inherits(f, "lavaan")) lavaanTable(f)$se else sqrt(diag(as.matrix(vcov(f))))
 expected <- function(dir, fits) {
   ll <- sapply(fits, function(f) as.numeric(logLik(f)))
   k <- sapply(fits, function(f) attr(logLik(f), "df"))
@@ -131,6 +142,20 @@ summary(m1)
 summary(m2)
 summary(m3)
 R
+
+# lavaan: three factor models of the Holzinger and Swineford tests, one
+# with two loadings held equal, one with a cross-loading, each summary()
+# printed with its fit measures.
+batch holzinger-lavaan "m1, m2, m3" <<'R'
+suppressPackageStartupMessages(library(lavaan))
+m1 <- cfa("visual =~ x1 + x2 + x3\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9", HolzingerSwineford1939)
+m2 <- cfa("visual =~ x1 + a*x2 + a*x3\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9", HolzingerSwineford1939)
+m3 <- cfa("visual =~ x1 + x2 + x3 + x9\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9", HolzingerSwineford1939)
+summary(m1, fit.measures = TRUE)
+summary(m2, fit.measures = TRUE)
+summary(m3, fit.measures = TRUE)
+R
+rm holzinger-lavaan/models.csv holzinger-lavaan/tidy.csv
 
 # One set fitted in two programs: the Spector and Mazzeo logits without
 # PSI in R, those with it in statsmodels (formula names: "Intercept"),
