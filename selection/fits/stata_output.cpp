@@ -15,6 +15,7 @@
 #include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/program_output.hpp"
+#include "selection/fits/stata_estimates.hpp"
 
 namespace drav::selection::fits {
 namespace {
@@ -47,6 +48,7 @@ struct Fit {
   bool restricted = false;
   bool regress = false;  // its AIC counts the coefficients, not the residual variance
   std::string name;  // as `estimates store` gave it
+  StataEstimates estimates;  // its table of coefficients
 };
 
 // One row of an information-criteria table.
@@ -83,6 +85,11 @@ class StataReader {
         TakeCommand(Trimmed(line.substr(2)), lines[i].number);
       } else if (line.find("ll(null)") != std::string_view::npos && line.find("ll(model)") != std::string_view::npos) {
         i = TakeTable(lines, i);
+      } else if (IsStataEstimatesHeading(line) && fitCommandLine_ == commandLine_ && !fits_.empty()) {
+        // The coefficients of the fit this command made.
+        StataEstimates& estimates = fits_.back().estimates;
+        estimates = StataEstimates();
+        while (i + 1 < lines.size() && estimates.Take(lines[i + 1].text)) ++i;
       } else {
         TakeFitText(Trimmed(line), lines[i].number);
       }
@@ -124,7 +131,7 @@ class StataReader {
     if (!likelihood && !header) return;
     if (fitCommandLine_ != commandLine_) {
       fitCommandLine_ = commandLine_;
-      fits_.push_back({commandLine_, 0, false, false, commandIsRegress_, {}});
+      fits_.push_back({commandLine_, 0, false, false, commandIsRegress_, {}, {}});
       current_ = static_cast<int>(fits_.size()) - 1;
     }
     Fit& fit = fits_.back();
@@ -278,6 +285,10 @@ class StataReader {
     record.bic = row.bic;
     record.kind = fit && fit->restricted ? LikelihoodKind::REML : LikelihoodKind::ML;
     record.derivation = "logLik = ll(model); K = df; n = " + std::string(row.nColumn);
+    if (fit) {
+      record.terms = fit->estimates.terms;
+      record.notTerms = fit->estimates.notTerms;
+    }
     if (fit && fit->pseudo) {
       record.kind = LikelihoodKind::Pseudo;
       record.warnings.push_back("Stata fitted it with robust, cluster or survey weights and printed a log "
