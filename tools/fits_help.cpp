@@ -21,8 +21,8 @@ with its options (--criterion, --level, --top, --delta-max, --format, ...).
 importance --fits and average --fits take each model's terms from the
 coefficient table printed with it (R's summary() of glm, glm.nb, lme4,
 nlme and glmmTMB, statsmodels' summary() and summary2(), lavaan's
-estimates as lhs op rhs, Mplus's MODEL RESULTS, MARK's betas), named as
-the program names them; a term printed
+estimates as lhs op rhs, Mplus's MODEL RESULTS, Stata's and SAS's tables
+of estimates, MARK's betas), named as the program names them; a term printed
 NA is not held, one without an SE is averaged without one, and fits of two
 programs need --term-names TFILE: a line a name, _cons = (Intercept).
 

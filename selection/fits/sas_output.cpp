@@ -19,6 +19,7 @@
 #include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/program_output.hpp"
+#include "selection/fits/sas_estimates.hpp"
 #include "selection/fits/sas_pages.hpp"
 
 namespace drav::selection::fits {
@@ -69,6 +70,7 @@ struct Fit {
   bool eventsTrials = false, scaled = false, weighted = false;
   std::int64_t geeLine = 0;
   int tables = 0;
+  std::vector<PrintedTerm> terms;  // from its table of estimates
 };
 
 class SasReader {
@@ -101,6 +103,14 @@ class SasReader {
       return;
     }
     if (!fit_) return;
+    if (IsSasEstimatesTitle(line)) {
+      SasEstimates table;
+      for (std::size_t j = i + 1; j < lines_.size(); ++j) {
+        if (!pages_.header.contains(j) && !table.Take(lines_[j].text)) break;
+      }
+      fit_->terms = std::move(table.terms);
+      return;
+    }
     if (line == "Model Fit Statistics" || line == "Fit Statistics" ||
         EqualsNoCase(line, "Criteria For Assessing Goodness Of Fit")) {
       ReadStatistics(i);
@@ -185,6 +195,7 @@ class SasReader {
     }
     FitRecord record = output_.Model(fit.line);
     record.model = fit.name;
+    record.terms = std::move(fit.terms);
     const auto& s = fit.statistics;
     // Fits whose printed criteria rank nothing are listed with the reason,
     // which refuses them when they are ranked.

@@ -27,6 +27,37 @@ add_fit <- function(titles, procedure, body, name, kind, logLik, k, n, aic, bic,
                                           aic = aic, bic = bic, tolerance = tolerance))
 }
 
+# A table of estimates as SAS prints one: the headings right-aligned over
+# their columns, a CLASS variable's level beside it (R's woolB is SAS's
+# "wool B"), the reference level printed with DF 0 and zeros; R's numbers.
+estimates_table <- function(title, fit, classes = character(), mixed = FALSE) {
+  s <- if (mixed) summary(fit)$coefficients else summary(fit)$coefficients
+  parameter <- rownames(s)
+  parameter[parameter == "(Intercept)"] <- "Intercept"
+  level <- rep("", length(parameter))
+  for (cl in classes) {
+    at <- startsWith(parameter, cl)
+    level[at] <- substring(parameter[at], nchar(cl) + 1)
+    parameter[at] <- cl
+  }
+  if (mixed) {
+    head <- c(sprintf("%5s%-14s%12s%12s", "", "", "", "Standard"),
+              sprintf("%5s%-14s%12s%12s%8s%10s%10s", "", "Effect", "Estimate", "Error", "DF", "t Value", "Pr > |t|"))
+    rows <- sprintf("%5s%-14s%12s%12s%8d%10s%10s", "", parameter, f(s[, 1], 4), f(s[, 2], 4), 17L, f(s[, 3], 2), "<.0001")
+  } else {
+    head <- c(sprintf("%5s%-20s%4s%12s%12s%13s", "", "", "", "", "Standard", "Wald"),
+              sprintf("%5s%-10s%-10s%4s%12s%12s%13s%13s", "", "Parameter", "", "DF", "Estimate", "Error", "Chi-Square",
+                      "Pr > ChiSq"))
+    row <- function(p, l, df, e, se, chi, pv) sprintf("%5s%-10s%-10s%4s%12s%12s%13s%13s", "", p, l, df, e, se, chi, pv)
+    rows <- row(parameter, level, "1", f(s[, 1], 4), f(s[, 2], 4), f((s[, 1] / s[, 2])^2, 4), f(s[, 4], 4))
+    for (cl in classes) {
+      reference <- levels(model.frame(fit)[[cl]])[1]
+      rows <- c(rows, row(cl, reference, "0", f(0, 4), f(0, 4), ".", "."))
+    }
+  }
+  c(centre(title), "", head, "", rows, "")
+}
+
 logistic_body <- function(fit) {
   null <- update(fit, . ~ 1)
   n <- nobs(fit)
@@ -42,7 +73,7 @@ logistic_body <- function(fit) {
     sprintf("%28s%-10s%10s%15s", "", "Criterion", "Only", "Covariates"), "",
     sprintf("%28s%-10s%10s%15s", "", c("AIC", "SC", "-2 Log L"),
             f(c(m2[1] + 2, m2[1] + log(n), m2[1]), 3), f(c(m2[2] + 2 * k[2], m2[2] + k[2] * log(n), m2[2]), 3)),
-    "")
+    "", estimates_table("Analysis of Maximum Likelihood Estimates", fit))
 }
 
 genmod_body <- function(fit) {
@@ -64,7 +95,8 @@ genmod_body <- function(fit) {
     table_rows(c("Number of Observations Read", "Number of Observations Used"), c(n, n)), "",
     centre("Criteria For Assessing Goodness Of Fit"), "",
     sprintf("%13s%-28s%4s%16s%16s", "", "Criterion", "DF", "Value", "Value/DF"), "", rows, "",
-    centre("Algorithm converged."), "")
+    centre("Algorithm converged."), "",
+    estimates_table("Analysis Of Maximum Likelihood Parameter Estimates", fit, c("wool", "tension")))
 }
 
 # MIXED's REML AIC counts the covariance parameters only, its BIC the log of
@@ -121,7 +153,8 @@ add_fit(titles, "Mixed", c(mixed_top(reml, TRUE), centre("Fit Statistics"), "", 
 ml <- lmer(Reaction ~ Days + (1 | Subject), sleepstudy, REML = FALSE)
 v <- mixed_parts(ml, FALSE)
 add_fit(c("Sleep study", "Random intercepts, ML"), "Mixed",
-        c(mixed_top(ml, FALSE), centre("Fit Statistics"), "", mixed_statistics(ml, FALSE), ""),
+        c(mixed_top(ml, FALSE), centre("Fit Statistics"), "", mixed_statistics(ml, FALSE), "",
+          estimates_table("Solution for Fixed Effects", ml, mixed = TRUE)),
         "Sleep study: Random intercepts, ML", "ML", -v$m2 / 2, v$k, v$n, v$aic, v$bic, 0.05)
 
 # Two fits under SAS's default title: the file's name, told apart by procedure.
@@ -134,6 +167,15 @@ add_fit("The SAS System", "GENMOD", genmod_body(tension), "sas-listing (GENMOD)"
 
 writeLines(listing, file.path(out, "sas-listing.lst"))
 write.table(expected, file.path(out, "sas-listing.expected"), sep = "\t", quote = FALSE, row.names = FALSE)
+
+# Two sets to average, each of one procedure: their tables of estimates
+# give the terms, a CLASS level named beside its variable.
+for (set in list(list("sas-logistic.lst", "LOGISTIC", logistic_body, list(both, weight)),
+                 list("sas-genmod.lst", "GENMOD", genmod_body, list(wool_tension, tension)))) {
+  listing <- character()
+  for (fit in set[[4]]) add_fit("The SAS System", set[[2]], set[[3]](fit), "", "ML", 0, 0, 0, 0, 0, 0)
+  writeLines(listing, file.path(out, set[[1]]))
+}
 
 # GENMOD with REPEATED: the criteria it prints are the independence model's,
 # and the reader must refuse to rank a GEE by them.
