@@ -59,7 +59,7 @@ std::string Message(const std::vector<TextLine>& lines, std::size_t i) {
 // parameter: its name, estimate, SE. A BY, ON or WITH row is named with its
 // heading, "VISUAL BY X2"; intercepts and means are terms too, variances
 // and thresholds are not. A parameter fixed in the model prints an SE of 0
-// and 999 beside it: its SE is unknown, not nought.
+// (and 999 beside it): its SE is unknown, not nought.
 class ModelResults {
  public:
   void Take(std::string_view line, FitRecord& r) {
@@ -84,8 +84,7 @@ class ModelResults {
       return;
     }
     const auto se = ReadPrinted(words[2], true);
-    const bool fixed = se && se->value == 0 && words.size() > 3 && words[3] == "999.000";
-    r.terms.push_back({name, estimate->value, se && !fixed ? se->value : kUnknown});
+    r.terms.push_back({name, estimate->value, se && se->value > 0 ? se->value : kUnknown});
   }
 
  private:
