@@ -66,7 +66,11 @@ Selection::Selection(const FitsRequest& fits, const SelectionRequest& request, D
     }
     coefficients_ = fits::TermsOfFits(
         ranked,
-        {.names = &names, .averages = request.command != Command::Importance, .verbose = fits.verbose, .sets = &sets},
+        {.names = &names,
+         .averages = request.command != Command::Importance,
+         .estimate = request.command == Command::Average ? request.load.estimateColumn : std::string(),
+         .verbose = fits.verbose,
+         .sets = &sets},
         diagnostics);
     NoteOverdispersion(request, diagnostics);
   }

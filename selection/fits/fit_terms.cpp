@@ -96,7 +96,7 @@ Coefficients TermsOfFits(const std::vector<const FitRecord*>& ranked, const Term
       term.se[model] = printed.se;
       if (!std::isnan(printed.se)) {
         coefficients.standardErrors = true;
-      } else {
+      } else if (request.estimate.empty() || request.estimate == name) {
         withoutSe.push_back(name);
       }
     }

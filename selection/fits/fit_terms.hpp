@@ -22,6 +22,7 @@ namespace drav::selection::fits {
 struct TermsRequest {
   const TermNames* names = nullptr;  // --term-names; null or empty: the printed names
   bool averages = false;             // the estimates are averaged, not only counted: a missing SE matters
+  std::string estimate;              // the one term averaged (average --estimate); empty: every term
   bool verbose = false;              // say what each table printed that is no term
   // The set of each model under --by, one for one with the models; null:
   // one set. Programs mix only where a set holds both.

@@ -10,7 +10,7 @@
 # base R and numpy, never from the printed text. The R sets also carry
 # models.csv and tidy.csv, the same fits exported as a table and its long
 # coefficients. The tests never run R or Python. Needs r-base-core,
-# r-cran-lme4, r-cran-lavaan and python3-statsmodels.
+# r-cran-lme4, r-cran-nlme, r-cran-lavaan and python3-statsmodels.
 #   tests/golden/fits/make-averaging-sets.sh
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -129,6 +129,19 @@ summary(m2)
 summary(m3)
 R
 rm mtcars-aliased/models.csv mtcars-aliased/tidy.csv
+
+# nlme: generalized least squares fits of the orthodontic growth data by
+# maximum likelihood, their summaries' tables headed "Value Std.Error".
+batch orthodont-gls "m1, m2, m3" <<'R'
+suppressPackageStartupMessages(library(nlme))
+m1 <- gls(distance ~ age, Orthodont, method = "ML")
+m2 <- gls(distance ~ age + Sex, Orthodont, method = "ML")
+m3 <- gls(distance ~ age * Sex, Orthodont, method = "ML")
+summary(m1)
+summary(m2)
+summary(m3)
+R
+rm orthodont-gls/models.csv orthodont-gls/tidy.csv
 
 # lme4 fits of the sleep-deprivation study by maximum likelihood, their
 # fixed effects nested, random effects the same.
