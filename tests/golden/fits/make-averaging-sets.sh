@@ -156,14 +156,15 @@ summary(m2)
 summary(m3)
 R
 
-# lavaan: three factor models of the Holzinger and Swineford tests, one
-# with two loadings held equal, one with a cross-loading, each summary()
-# printed with its fit measures.
+# lavaan: three factor models of the Holzinger and Swineford tests with
+# their means, one with two loadings held equal, one with a cross-loading
+# and a residual covariance, each summary() printed with its fit measures.
 batch holzinger-lavaan "m1, m2, m3" <<'R'
 suppressPackageStartupMessages(library(lavaan))
-m1 <- cfa("visual =~ x1 + x2 + x3\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9", HolzingerSwineford1939)
-m2 <- cfa("visual =~ x1 + a*x2 + a*x3\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9", HolzingerSwineford1939)
-m3 <- cfa("visual =~ x1 + x2 + x3 + x9\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9", HolzingerSwineford1939)
+hs <- function(model) cfa(model, HolzingerSwineford1939, meanstructure = TRUE)
+m1 <- hs("visual =~ x1 + x2 + x3\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9")
+m2 <- hs("visual =~ x1 + a*x2 + a*x3\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9")
+m3 <- hs("visual =~ x1 + x2 + x3 + x9\n textual =~ x4 + x5 + x6\n speed =~ x7 + x8 + x9\n x7 ~~ x8")
 summary(m1, fit.measures = TRUE)
 summary(m2, fit.measures = TRUE)
 summary(m3, fit.measures = TRUE)
