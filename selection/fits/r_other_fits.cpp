@@ -60,6 +60,7 @@ std::string After(std::string_view line, std::string_view label) {
 }  // namespace
 
 bool IsAicTableHeading(std::string_view line) {
+  if (line.find("AIC") == std::string_view::npos) return false;  // asked of every line: split only where it may be
   const auto words = Words(line);
   return words.size() == 2 && words[0] == "df" && words[1] == "AIC";
 }
@@ -149,6 +150,7 @@ std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin,
 }
 
 bool IsClmHeading(std::string_view line) {
+  if (line.find("threshold") == std::string_view::npos) return false;
   const auto words = Words(line);
   return words.size() >= 5 && words[0] == "link" && words[1] == "threshold" && words[2] == "nobs" &&
          words[3] == "logLik" && words[4] == "AIC";
