@@ -79,27 +79,33 @@ bool Robust(std::string_view command) {
 StataCommand ReadStataCommand(std::string_view command) {
   StataCommand c;
   std::vector<std::string_view> words = Words(command);
+  // Prefixes, in any order: quietly, noisily and capture; and those that
+  // end with a colon ("svy:", "xi:", "by sex:", "eststo m1:"), the verb after
+  // the last of them. A survey's weights make a pseudolikelihood.
   std::size_t at = 0;
+  bool survey = false;
   while (at < words.size()) {
     std::string_view word = words[at];
     if (word.ends_with(':')) word.remove_suffix(1);
     const bool quietly = Abbreviates(word, "quietly", 3);
     const bool capture = Abbreviates(word, "capture", 3);
-    if (!quietly && !capture && !Abbreviates(word, "noisily", 3)) break;
-    c.quiet = c.quiet || quietly || capture;
-    ++at;
-  }
-  // "svy: logit ...", "xi: regress ...", "by sex: reg ...": the verb follows
-  // the last prefix's colon; a survey's weights make a pseudolikelihood.
-  bool survey = false;
-  for (std::size_t w = at; w < words.size(); ++w) {
-    if (words[w].ends_with(':')) {
-      survey = survey || words[at].starts_with("svy");
-      at = w + 1;
+    if (quietly || capture || Abbreviates(word, "noisily", 3)) {
+      c.quiet = c.quiet || quietly || capture;
+      ++at;
+      continue;
     }
+    const auto colon = std::find_if(words.begin() + static_cast<std::ptrdiff_t>(at), words.end(),
+                                    [](std::string_view w) { return w.ends_with(':'); });
+    if (colon == words.end()) break;
+    const auto last = static_cast<std::size_t>(colon - words.begin());
+    survey = survey || words[at].starts_with("svy");
+    if (words[at] == "eststo" && last == at + 1) c.storeAs = words[last].substr(0, words[last].size() - 1);
+    at = last + 1;
   }
   if (at == words.size()) return c;
   c.verb = std::string(words[at]);
+  const auto after = static_cast<std::size_t>(words[at].data() - command.data()) + words[at].size();
+  c.arguments = std::string(command.substr(after));
   if (c.verb.ends_with(',')) c.verb.pop_back();
   c.kind = Among(c.verb, kEstimation) ? StataCommandKind::Estimation
            : Among(c.verb, kOther)    ? StataCommandKind::Other

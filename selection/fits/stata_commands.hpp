@@ -16,6 +16,8 @@ enum class StataCommandKind {
 
 struct StataCommand {
   std::string verb;         // as typed, after any prefix ("reg", "logit")
+  std::string arguments;    // what follows the verb ("store m1" of "qui estimates store m1")
+  std::string storeAs;      // "m1" of the prefix "eststo m1:", the name the fit is stored under
   bool quiet = false;       // under quietly (or capture): its output is not in the log
   StataCommandKind kind = StataCommandKind::Unknown;
   bool regress = false;     // regress: its df and AIC leave the residual variance out

@@ -92,17 +92,18 @@ class StataReader {
       fits_.push_back({number, 0, {kUnknown, 0}, command_.pseudo, command_.restricted, command_.regress, {}});
       current_ = static_cast<int>(fits_.size()) - 1;
       fitCommandLine_ = number;
+      if (!command_.storeAs.empty()) Store(command_.storeAs);
     } else if (command_.quiet && command_.kind == StataCommandKind::Unknown) {
       current_ = -1;  // it may have fitted a model: which estimates are in memory cannot be told
     }
-    const auto words = Words(command);
-    if (words.empty() || command_.verb.empty()) return;
+    // The words after the verb, whatever prefix stood before it.
+    const auto words = Words(command_.arguments);
     const std::string_view verb = command_.verb;
     const bool estimates = verb.size() >= 3 && std::string_view("estimates").starts_with(verb);
-    if (estimates && words.size() >= 3 && words[1].starts_with("sto")) return Store(StoredName(words[2]));
-    if (verb == "eststo" && words.size() >= 2) return Store(StoredName(words[1]));
-    if (estimates && words.size() >= 3 && words[1].starts_with("res")) {
-      const auto stored = stored_.find(StoredName(words[2]));
+    if (estimates && words.size() >= 2 && words[0].starts_with("sto")) return Store(StoredName(words[1]));
+    if (verb == "eststo" && !words.empty()) return Store(StoredName(words[0]));
+    if (estimates && words.size() >= 2 && words[0].starts_with("res")) {
+      const auto stored = stored_.find(StoredName(words[1]));
       if (stored != stored_.end()) current_ = stored->second;
     }
   }
@@ -129,6 +130,7 @@ class StataReader {
       fitCommandLine_ = commandLine_;
       fits_.push_back({commandLine_, 0, {kUnknown, 0}, false, false, command_.regress, {}});
       current_ = static_cast<int>(fits_.size()) - 1;
+      if (!command_.storeAs.empty()) Store(command_.storeAs);
     }
     Fit& fit = fits_.back();
     if (likelihood) {

@@ -140,14 +140,16 @@ TEST(StataOutput, APseudolikelihoodIsListedAsSuchAndNeverRanked) {
 
 // A robust fit's kind stays its own through a postestimation command that
 // prints a header of its own (margins), and a fit quietly hides is known
-// by its options.
+// by its options, stored by eststo's prefix under its name.
 TEST(StataOutput, TheFitInMemoryKeepsItsKind) {
-  const std::string table = ". estat ic\n" + kTableHead +
-                            "           . |         32  -21.61487  -5.029555       3   16.05911   20.45632\n" + kTableEnd;
+  const std::string row = " |         32  -21.61487  -5.029555       3   16.05911   20.45632\n";
+  const std::string table = ". estat ic\n" + kTableHead + "           ." + row + kTableEnd;
   const std::string shown = ". logit am wt hp, vce(robust)\n\nLogistic regression   Number of obs = 32\n"
                             "Log pseudolikelihood = -5.0295552\n\n. margins\n\nPredictive margins   Number of obs = 32\n\n";
   const std::string hidden = ". quietly logit am wt hp, vce(robust)\n\n";
-  for (const std::string& text : {shown + table, hidden + table}) {
+  const std::string stored = ". eststo both: quietly logit am wt hp, vce(robust)\n\n. estimates stats both\n" +
+                             kTableHead + "        both" + row + kTableEnd;
+  for (const std::string& text : {shown + table, hidden + table, stored}) {
     Diagnostics diagnostics;
     const auto records = Read(text, diagnostics);
     ASSERT_EQ(records.size(), 1u) << text;
