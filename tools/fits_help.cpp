@@ -44,7 +44,9 @@ What each program must print; the programs are tried in this order:
                Or fitMeasures(fit, c("npar", "logl", "aic", "bic",
                "ntotal")) as R prints it, names over values: npar and logl
                at the least, K = npar, n = ntotal; after the same fit's
-               summary it is that model, not another.
+               summary it is that model, not another. The "Loglikelihood
+               and Information Criteria" section pasted alone: K the free
+               parameters release 0.5 prints in it, else AIC/2 + logLik.
   statsmodels  print(results.summary()) or summary2(), also inside a
                notebook (.ipynb). K = No. Observations - Df Residuals (Df
                Model leaves out the constant), + 1 for the variance of OLS,
@@ -71,14 +73,21 @@ What each program must print; the programs are tried in this order:
                lines wrapped with "> " joined. After regress K = df + 1, the
                residual variance its df and AIC leave out. A log
                pseudolikelihood (vce(robust), cluster, pweights) is listed
-               and refused when ranked; a restricted likelihood is REML.
-  SAS          a listing of LOGISTIC (the model's column), GENMOD (the Full
-               Log Likelihood, not its kernel), MIXED, GLIMMIX and NLMIXED
-               fit statistics, any number of procedures and BY groups. K =
-               (AIC - -2 log L) / 2, n = Number of Observations Used; named
-               by the page's TITLEs. REML's AIC counts the covariance
-               parameters only. A GEE, GLIMMIX's pseudo-likelihood and
-               SURVEYLOGISTIC are listed and refused when ranked.
+               and refused when ranked; a restricted likelihood is REML. A
+               table is the last estimation command's (arima as any),
+               shown or quietly, never a postestimation command's (margins,
+               dfuller). SPost's fitstat, SPost 9's and 13's layouts: K as
+               Stata's df; Current is the fit in memory, Saved an earlier
+               one, Difference no model.
+  SAS          a listing (or one pasted into Markdown or Quarto, fenced,
+               indented or behind ##) of LOGISTIC (the model's column),
+               GENMOD (the Full Log Likelihood, not its kernel), MIXED,
+               GLIMMIX and NLMIXED fit statistics, any number of
+               procedures and BY groups. K = (AIC - -2 log L) / 2, n =
+               Number of Observations Used; named by the page's TITLEs.
+               REML's AIC counts the covariance parameters only. A GEE,
+               GLIMMIX's pseudo-likelihood and SURVEYLOGISTIC are listed
+               and refused when ranked.
   SPSS         the Output Viewer's text (File > Export, Text - Plain; or
                tables pasted): MIXED's Information Criteria and Model
                Dimension, GENLIN's Goodness of Fit. K = (AIC - -2LL) / 2;
@@ -102,21 +111,28 @@ What each program must print; the programs are tried in this order:
                and nobs of their table. Any summary ending "Log-likelihood:
                X on K Df" (pscl, AER's tobit); survreg (K = its rows of
                values, the log scale among them), polr (logLik = -Residual
-               Deviance/2) and bbmle's mle2 ("-2 log L:"). Each output is
-               read up to the next call printed or command typed, never
-               into the next. Console prompts, [1], knitr's "## " and
-               Rscript's plain output all read.
+               Deviance/2) and bbmle's mle2 ("-2 log L:"). summary() of
+               lm: logLik from its residual standard error, K =
+               coefficients + 1. coxph: a partial likelihood, K the df of
+               its likelihood ratio test, n its events, logLik from
+               logLik() printed after it. broom's glance() where its digits
+               fix K = AIC/2 + logLik (a tibble's three do not: refused,
+               saying how to print it in full). Each output is read up to
+               the next call printed or command typed, never into the next.
+               Console prompts, [1], knitr's "## ", Rscript's plain output
+               and sink() files all read.
 
 Where K, n or logLik are derived, --verbose shows how (a column in fits, a
 note per model in table --fits).
 
 Never a wrong ranking without a word: models of different kinds of
-likelihood (ML, REML, pseudo, constants dropped, scaled) or different n, or
-from programs whose AICs count parameters differently, are warned of with
-both models named (refused under --strict); REML beside ML, and a model
-without a likelihood or with a pseudolikelihood, are refused, and so is a
-model that a table's row would be refused for (K negative or not whole, n
-not positive, n <= K + 1 for AICc, a criterion too large). A printed AIC
+likelihood (ML, REML, pseudo, constants dropped, scaled, partial) or
+different n, or from programs whose AICs count parameters differently, are
+warned of with both models named (refused under --strict); REML or a Cox
+model's partial likelihood beside another kind, and a model without a
+likelihood or with a pseudolikelihood, are refused, and so is a model that
+a table's row would be refused for (K negative or not whole, n not
+positive, n <= K + 1 for AICc, a criterion too large). A printed AIC
 that disagrees with logLik and K is warned of, and two models whose
 criteria differ by less than the printed digits can tell are noted.
 

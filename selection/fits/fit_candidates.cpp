@@ -43,24 +43,47 @@ bool HasLikelihood(const FitRecord& r, const Unrankable& unrankable) {
   return unrankable.Keep(r, "model '" + r.model + "' cannot be ranked: " + why);
 }
 
-// How each model's likelihood may be compared: REML beside ML is refused;
-// any other two kinds are warned of, naming the first model of each.
+// "'a' (R, x.txt:1) has an ML likelihood and 'b' (R, y.txt:3) a REML one"
+std::string KindsOf(const FitRecord& a, const FitRecord& b) {
+  const auto article = [](LikelihoodKind kind) { return kind == LikelihoodKind::ML ? "an " : "a "; };
+  return Named(a) + " has " + article(a.kind) + std::string(Name(a.kind)) + " likelihood and " + Named(b) + " " +
+         article(b.kind) + std::string(Name(b.kind)) + " one";
+}
+
+// How each model's likelihood may be compared. A REML or a partial
+// likelihood beside any other kind is refused: neither is a full
+// likelihood of the data (REML has integrated the fixed effects away, Cox's
+// partial likelihood is of the order of the events alone), so no AIC puts
+// them on one scale with one. Any other two kinds are warned of. Each names
+// the first model of the set and the first of another kind.
 void CheckKinds(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {
   const FitRecord& first = records.front();
-  const auto other = std::find_if(records.begin(), records.end(), [&](const FitRecord& r) { return r.kind != first.kind; });
+  const auto kindOtherThan = [&](LikelihoodKind kind, bool same) {
+    return std::find_if(records.begin(), records.end(), [&](const FitRecord& r) { return (r.kind == kind) == same; });
+  };
+  const auto other = kindOtherThan(first.kind, false);
   if (other == records.end()) return;
-  const bool reml = first.kind == LikelihoodKind::REML || other->kind == LikelihoodKind::REML;
-  const auto article = [](LikelihoodKind kind) { return kind == LikelihoodKind::ML ? "an " : "a "; };
-  const std::string both = Named(first) + " has " + article(first.kind) + std::string(Name(first.kind)) +
-                           " likelihood and " + Named(*other) + " " + article(other->kind) +
-                           std::string(Name(other->kind)) + " one";
-  if (reml) {
-    const FitRecord& reml = first.kind == LikelihoodKind::REML ? first : *other;
-    Refuse(reml.source, reml.line,
-           both + "; a REML likelihood leaves out the fixed effects and is no AIC's: refit with REML = FALSE (lme4) "
-                  "or method = \"ML\" to rank them together");
+  for (const LikelihoodKind apart : {LikelihoodKind::REML, LikelihoodKind::Partial}) {
+    const auto inside = kindOtherThan(apart, true);
+    const auto outside = kindOtherThan(apart, false);
+    if (inside == records.end() || outside == records.end()) continue;
+    // The pair as the set meets it: the first model, then the first of
+    // another kind where that pair is the one.
+    const bool firstPair = first.kind == apart || other->kind == apart;
+    const FitRecord& a = firstPair ? first : *std::min(inside, outside);
+    const FitRecord& b = firstPair ? *other : *std::max(inside, outside);
+    const std::string both = KindsOf(a, b);
+    if (apart == LikelihoodKind::REML) {
+      Refuse(inside->source, inside->line,
+             both + "; a REML likelihood leaves out the fixed effects and is no AIC's: refit with REML = FALSE (lme4) "
+                    "or method = \"ML\" to rank them together");
+    }
+    Refuse(inside->source, inside->line,
+           both + "; a Cox model's partial likelihood is of the order of the events, not of the data, and ranks only "
+                  "beside other Cox models of the same events: rank it with those, or fit a parametric survival "
+                  "model (survreg, streg) to rank it beside full likelihoods");
   }
-  diagnostics.Warn(both + "; their criteria are not on one scale");
+  diagnostics.Warn(KindsOf(first, *other) + "; their criteria are not on one scale");
 }
 
 void CheckSampleSizes(const std::vector<FitRecord>& records, Diagnostics& diagnostics) {

@@ -13,6 +13,7 @@ std::string_view Name(LikelihoodKind kind) {
     case LikelihoodKind::Pseudo: return "pseudo";
     case LikelihoodKind::ConstantsDropped: return "constants dropped";
     case LikelihoodKind::Scaled: return "scaled";
+    case LikelihoodKind::Partial: return "partial";
     case LikelihoodKind::None: return "none";
   }
   return "unknown";

@@ -20,6 +20,8 @@ enum class LikelihoodKind {
   Pseudo,            // a pseudolikelihood after robust or survey variance: no AIC ranks by it
   ConstantsDropped,  // a kernel without its constants (MARK, some SAS): comparable within one program only
   Scaled,            // divided by a scaling factor (a robust estimator's)
+  Partial,           // Cox's partial likelihood: of the order of the events, not of the data; ranks only
+                     // beside partial likelihoods of the same events
   None,              // the estimator gives no likelihood (WLSMV, Bayes): cannot be ranked
 };
 

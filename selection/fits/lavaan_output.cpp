@@ -11,6 +11,12 @@
 // n is the observations used: the first of "Used  Total", the groups'
 // added up. A robust estimator (MLR) prints a second column, which repeats
 // the same ordinary log-likelihood: the first is read.
+// A summary's log-likelihood section alone, as it is pasted into notes and
+// supplements ("Loglikelihood and Information Criteria:" and the lines
+// under it, without the summary's heading), is a model of its own: K the
+// number of free parameters where release 0.5 prints it there, else the
+// AIC's (K = AIC/2 + logLik, held to a whole number by the printed digits);
+// n the "Number of observations" just above it, if pasted too.
 // fitMeasures(fit, c("npar", "logl", ...)) prints a named vector, a model
 // where it holds npar and logl: K = npar, which is lavaan's count less the
 // equality constraints, as its own AIC has it; n = ntotal. Printed after
@@ -18,6 +24,7 @@
 // same numbers), it is that model again, not another.
 #include <cctype>
 #include <cmath>
+#include <optional>
 
 #include "selection/fits/lavaan_estimates.hpp"
 #include "selection/fits/program_output.hpp"
@@ -77,16 +84,19 @@ bool HasFitMeasures(std::string_view text) {
   return false;
 }
 
+bool StartsExcerpt(std::string_view line) { return Trimmed(line) == "Loglikelihood and Information Criteria:"; }
+
 bool LooksLikeLavaanOutput(std::string_view text) {
   for (std::size_t at = text.find("lavaan "); at != std::string_view::npos; at = text.find("lavaan ", at + 1)) {
     const std::size_t end = text.find('\n', at);
     if (StartsSummary(text.substr(at, end == std::string_view::npos ? text.size() - at : end - at))) return true;
   }
-  return HasFitMeasures(text);
+  return Opening(text).find("Loglikelihood user model (H0)") != std::string_view::npos || HasFitMeasures(text);
 }
 
 // What a summary prints around its model's numbers, wanted once it ends.
 struct Summary {
+  bool excerpt = false;    // a log-likelihood section without the summary around it
   std::string estimator;
   double parameters = kUnknown;
   double constraints = 0;
@@ -158,7 +168,15 @@ void Finish(FitRecord& r, const Summary& summary, ProgramOutput& output) {
     AddStep(r.derivation, "K = " + Shown(summary.parameters) + " free parameters" +
                               (summary.constraints > 0 ? " - " + Shown(summary.constraints) + " equality constraints"
                                                        : ""));
+  } else if (summary.excerpt && !std::isnan(r.aic) && !std::isnan(r.logLik)) {
+    // lavaan's AIC counts K as its own summary does; the section prints
+    // both to three decimals, which fix a whole K.
+    if (const auto k = WholeNumber(r.aic / 2 + r.logLik, r.logLikHalfUnit * 2 + 1e-9)) {
+      r.k = *k;
+      AddStep(r.derivation, "K = AIC/2 + logLik");
+    }
   }
+  if (summary.excerpt && std::isnan(r.n)) AddStep(r.derivation, std::string(kNNotPrinted));
 }
 
 // K as a summary gives it, before Finish: nothing where it prints no count.
@@ -214,6 +232,11 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
   Summary summary;
   LavaanEstimates estimates;
   bool open = false;  // the last record is a summary still being read
+  struct Observations {
+    double n;
+    std::int64_t line;
+  };
+  std::optional<Observations> observations;  // outside a summary, for the section below it
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lines[i].command) {
       estimates.Stop();
@@ -254,6 +277,24 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
       summary = Summary{};
       summary.normal = lines[i].text.find("NOT") == std::string_view::npos;
       open = true;
+      observations.reset();
+    } else if (StartsExcerpt(lines[i].text) && (!open || !std::isnan(records.back().logLik))) {
+      // The section of a summary already read, or of none: never the
+      // numbers of one model into another's record.
+      if (open) Finish(records.back(), summary, output);
+      records.push_back(output.Model(observations ? observations->line : lines[i].number));
+      if (observations) records.back().n = observations->n;
+      summary = Summary{};
+      summary.excerpt = true;
+      open = true;
+      observations.reset();
+    } else if (const auto n = NumberAfter(lines[i].text, "Number of observations");
+               n && (!open || summary.excerpt || !std::isnan(records.back().logLik))) {
+      // Every summary prints its n above its log-likelihood: one below it,
+      // or outside a summary, counts the section pasted below it.
+      if (open) Finish(records.back(), summary, output);
+      open = false;
+      observations = Observations{n->value, lines[i].number};
     } else if (open) {
       TakeLine(lines, i, records.back(), summary);
     }

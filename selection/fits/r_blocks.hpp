@@ -52,6 +52,12 @@ void TakeTerms(CoefficientRows&& rows, FitRecord& record);
 std::optional<FitRecord> ReadGlmSummary(const Transcript& lines, std::size_t begin, std::size_t end,
                                         ProgramOutput& output);
 
+// summary() of lm: logLik from the residual standard error, K and n from
+// the coefficients and the residual df. Nothing, with `why`, where the
+// piece is print() of lm or a weighted fit's summary.
+std::optional<FitRecord> ReadLmSummary(const Transcript& lines, std::size_t begin, std::size_t end,
+                                       ProgramOutput& output, std::string& why);
+
 // summary() or print() of lmer/glmer: the AIC table (or the REML criterion),
 // n from "Number of obs", K from df.resid or, for REML, counted from the
 // random and fixed effects.
@@ -78,6 +84,14 @@ std::optional<FitRecord> ReadClmFit(const Transcript& lines, std::size_t begin, 
                                     ProgramOutput& output);
 std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
                                      ProgramOutput& output);
+
+// broom's glance() printed as a tibble or a data frame, from its line of
+// names: K = AIC/2 + logLik where the printed digits fix one whole number,
+// n = nobs. Nothing, with `why` (how to print it in full), where they do
+// not or a column it needs is left out.
+bool IsGlanceHeading(const Transcript& lines, std::size_t at);
+std::optional<FitRecord> ReadGlance(const Transcript& lines, std::size_t begin, std::size_t end,
+                                    ProgramOutput& output, std::string& why);
 
 // anova(m1, m2, ...): one record per row, named by its formula from the
 // "Models:" list; n is not printed.

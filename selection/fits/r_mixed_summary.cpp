@@ -138,7 +138,29 @@ void MlLogLikelihood(const MixedSummary& summary, FitRecord& r) {
 
 }  // namespace
 
-std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
+namespace {
+
+// lme4 closes a summary with what its optimizer and its check of the
+// gradient said: a fit that stopped short of the maximum has a likelihood
+// that ranks nothing for sure. Warned of, as lme4 warns of it.
+void WarnOfConvergence(const Transcript& lines, std::size_t begin, std::size_t end, FitRecord& r,
+                       ProgramOutput& output) {
+  for (std::size_t i = begin; i < end; ++i) {
+    if (lines[i].command) continue;
+    const std::string_view line = Trimmed(lines[i].text);
+    const bool failed = line.starts_with("Model failed to converge") ||
+                        (line.starts_with("optimizer (") && line.find("convergence code: 0") == std::string_view::npos &&
+                         line.find("convergence code:") != std::string_view::npos);
+    if (!failed) continue;
+    output.Flag(r, "lme4 says the fit did not converge (\"" + std::string(line) +
+                       "\"); its log-likelihood may fall short of the maximum",
+                lines[i].number);
+    return;
+  }
+}
+
+// K, n and the log-likelihood of an lme4 summary.
+std::optional<FitRecord> ReadMixedNumbers(const Transcript& lines, std::size_t begin, std::size_t end,
                                           ProgramOutput& output) {
   FitRecord r = output.Model(lines[begin].number);
   const bool reml = lines[begin].text.find("fit by REML") != std::string_view::npos;
@@ -178,6 +200,15 @@ std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t b
     output.Warn("lme4 fit '" + r.model + "' prints neither df.resid nor its effects, so K is unknown", r.line);
   }
   return r;
+}
+
+}  // namespace
+
+std::optional<FitRecord> ReadMixedSummary(const Transcript& lines, std::size_t begin, std::size_t end,
+                                          ProgramOutput& output) {
+  auto record = ReadMixedNumbers(lines, begin, end, output);
+  if (record) WarnOfConvergence(lines, begin, end, *record, output);
+  return record;
 }
 
 std::vector<FitRecord> ReadAnovaTable(const Transcript& lines, std::size_t begin, std::size_t end,

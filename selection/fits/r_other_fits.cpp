@@ -17,7 +17,12 @@
 //                     values (the log scale among them), n from "n=";
 //   polr (summary() or print()): logLik = -(Residual Deviance)/2, K =
 //                     (AIC - Residual Deviance)/2, n not printed;
-//   bbmle's mle2 summary: "-2 log L:", K the rows of its coefficients.
+//   bbmle's mle2 summary: "-2 log L:", K the rows of its coefficients;
+//   survival's coxph, print() or summary(): a partial likelihood, K the df
+//                     of its likelihood ratio test (0 for a null model), n
+//                     the events, as R's nobs() counts them; the partial
+//                     log-likelihood itself only a null model prints, the
+//                     others leave it to logLik() printed after them.
 // A K worked out from two rounded numbers is taken only where it is a
 // whole number to within their rounding; else it is left unknown.
 #include <algorithm>
@@ -55,6 +60,7 @@ std::string After(std::string_view line, std::string_view label) {
 }  // namespace
 
 bool IsAicTableHeading(std::string_view line) {
+  if (line.find("AIC") == std::string_view::npos) return false;  // asked of every line: split only where it may be
   const auto words = Words(line);
   return words.size() == 2 && words[0] == "df" && words[1] == "AIC";
 }
@@ -150,6 +156,7 @@ std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin,
 }
 
 bool IsClmHeading(std::string_view line) {
+  if (line.find("threshold") == std::string_view::npos) return false;
   const auto words = Words(line);
   return words.size() >= 5 && words[0] == "link" && words[1] == "threshold" && words[2] == "nobs" &&
          words[3] == "logLik" && words[4] == "AIC";
@@ -281,6 +288,43 @@ std::optional<FitRecord> ReadMle2(const Transcript& lines, std::size_t begin, st
   return r;
 }
 
+// "Likelihood ratio test=1.45  on 2 df, p=0.4833": the df; print() and
+// summary() space it apart differently.
+std::optional<Printed> LikelihoodRatioDf(std::string_view line) {
+  if (!line.starts_with("Likelihood ratio test")) return std::nullopt;
+  const auto words = Words(line);
+  for (std::size_t w = 1; w + 1 < words.size(); ++w) {
+    if (words[w - 1] == "on" && words[w + 1].starts_with("df")) return ReadPrinted(words[w]);
+  }
+  return std::nullopt;
+}
+
+std::optional<FitRecord> ReadCoxph(const Transcript& lines, std::size_t begin, std::size_t end, FitRecord r) {
+  r.kind = LikelihoodKind::Partial;
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    if (lines[i].command) continue;
+    const std::string_view line = Trimmed(lines[i].text);
+    const auto words = Words(line);
+    if (const auto df = LikelihoodRatioDf(line)) {
+      r.k = df->value;
+      AddStep(r.derivation, "K = df of the likelihood ratio test");
+    } else if (line == "Null model") {
+      r.k = 0;
+      AddStep(r.derivation, "K = 0, a null model");
+    } else if (const auto ll = NumberAfter(line, "log likelihood=")) {
+      r.logLik = ll->value;
+      r.logLikHalfUnit = ll->halfUnit;
+    } else if (words.size() >= 6 && words[0] == "n=" && words[4] == "events=") {
+      // R's nobs() of a Cox model, and so its BIC, counts the events.
+      if (const auto events = ReadPrinted(words[5])) {
+        r.n = events->value;
+        AddStep(r.derivation, "n = the number of events, as R's nobs() counts");
+      }
+    }
+  }
+  return r;
+}
+
 }  // namespace
 
 std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
@@ -291,6 +335,7 @@ std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin,
   if (call.starts_with("survreg(")) return ReadSurvreg(lines, begin, end, std::move(r));
   if (call.starts_with("polr(")) return ReadPolr(lines, begin, end, std::move(r));
   if (call.starts_with("mle2(")) return ReadMle2(lines, begin, end, std::move(r));
+  if (call.starts_with("coxph(")) return ReadCoxph(lines, begin, end, std::move(r));
   for (std::size_t i = begin + 1; i < end; ++i) {
     if (!lines[i].command && ReadLogLikelihoodOnDf(Trimmed(lines[i].text), r)) return r;
   }

@@ -1,7 +1,10 @@
 // R's printed output: summary() of glm and of lme4 fits, anova() tables of
 // several fits, and logLik(), from a console transcript, knitr's rendering
-// or Rscript's output; one record per model found, in file order.
+// or Rscript's output; one record per model found, in file order. The
+// other pieces (lm's summary, broom's glance(), survreg, coxph, ...) are
+// read in files of their own, r_blocks.hpp lists them.
 #include <cmath>
+#include <set>
 
 #include "selection/fits/r_blocks.hpp"
 
@@ -10,7 +13,7 @@ namespace {
 
 // Other: the printed output of a fit that no piece reads (polr, lm's
 // print, ...), which ends the piece before it all the same.
-enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Other };
+enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Glance, Other };
 
 // glmmTMB heads its summary with the family, where lme4 heads it with "...
 // mixed model fit by ..." (a heading that may wrap onto a second line) and
@@ -48,6 +51,7 @@ Piece PieceAt(const Transcript& lines, std::size_t i) {
   if (IsAicTableHeading(line)) return Piece::AicTable;
   if (IsNlmeHeading(line)) return Piece::Nlme;
   if (IsClmHeading(line)) return Piece::Clm;
+  if (IsGlanceHeading(lines, i)) return Piece::Glance;
   if (line == "Models:") return Piece::Anova;
   if (line.starts_with("'log Lik.'")) return Piece::LogLik;
   return Piece::None;
@@ -85,11 +89,13 @@ bool Refine(std::vector<Found>& found, const std::string& object, const LogLikLi
   if (!target && object.empty() && !found.empty()) target = &found.back();
   if (!target) return false;
   FitRecord& r = target->record;
-  const bool agrees = std::fabs(r.logLik - ll.value.value) <= r.logLikHalfUnit + ll.value.halfUnit + 1e-9;
+  // A fit whose print shows no log-likelihood (coxph) takes it whole.
+  const bool agrees = std::isnan(r.logLik) ||
+                      std::fabs(r.logLik - ll.value.value) <= r.logLikHalfUnit + ll.value.halfUnit + 1e-9;
   if (r.k == ll.df && agrees) {
     r.logLik = ll.value.value;
     r.logLikHalfUnit = ll.value.halfUnit;
-    r.derivation += "; logLik from logLik() on line " + std::to_string(line);
+    AddStep(r.derivation, "logLik from logLik() on line " + std::to_string(line));
     return true;
   }
   if (object.empty()) return false;
@@ -119,9 +125,10 @@ bool AsksForReml(std::string_view command) {
 }
 
 // anova() prints no n; a summary of the same formula in the file does.
+// Records still without a name (logLik(), glance()) share nothing.
 void ShareN(std::vector<FitRecord>& records) {
   for (FitRecord& r : records) {
-    if (!std::isnan(r.n)) continue;
+    if (!std::isnan(r.n) || r.model.empty()) continue;
     for (const FitRecord& other : records) {
       if (!std::isnan(other.n) && Collapsed(other.model) == Collapsed(r.model)) {
         r.n = other.n;
@@ -142,6 +149,26 @@ bool HoldsAicTable(std::string_view text) {
   return false;
 }
 
+// The objects a transcript assigns a Cox model to ("cx <- coxph(...)"),
+// whose logLik() is a partial likelihood though the line does not say so.
+std::set<std::string, std::less<>> CoxObjects(const Transcript& lines) {
+  std::set<std::string, std::less<>> objects;
+  for (const TranscriptLine& line : lines) {
+    if (!line.command) continue;
+    const std::string_view text = Trimmed(line.text);
+    const std::size_t arrow = text.find("<-");
+    const std::size_t equals = text.find('=');
+    const std::size_t at = arrow != std::string_view::npos ? arrow : equals;
+    if (at == std::string_view::npos) continue;
+    const std::string_view value = Trimmed(text.substr(at + (at == arrow ? 2 : 1)));
+    const std::string_view name = Trimmed(text.substr(0, at));
+    if ((value.starts_with("coxph(") || value.starts_with("survival::coxph(")) && IsName(name)) {
+      objects.emplace(name);
+    }
+  }
+  return objects;
+}
+
 bool LooksLikeROutput(std::string_view text) {
   return text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) ||
          text.find("mixed-effects model fit by") != std::string_view::npos ||
@@ -149,17 +176,22 @@ bool LooksLikeROutput(std::string_view text) {
          text.find("link  threshold nobs logLik AIC") != std::string_view::npos ||
          (text.find("Call:") != std::string_view::npos &&
           (text.find("Log-likelihood:") != std::string_view::npos ||
-           text.find("Loglik(model)=") != std::string_view::npos || text.find("-2 log L:") != std::string_view::npos)) ||
+           text.find("Loglik(model)=") != std::string_view::npos || text.find("-2 log L:") != std::string_view::npos ||
+           text.find("Residual standard error:") != std::string_view::npos ||
+           text.find("Likelihood ratio test=") != std::string_view::npos)) ||
          (text.find("Formula:") != std::string_view::npos && text.find("df.resid") != std::string_view::npos) ||
          text.find("Residual deviance:") != std::string_view::npos ||
          (text.find("Degrees of Freedom:") != std::string_view::npos &&
           text.find("Residual Deviance:") != std::string_view::npos) ||
          text.find("mixed model fit by") != std::string_view::npos ||
+         (text.find(" logLik ") != std::string_view::npos && text.find("AIC") != std::string_view::npos &&
+          (text.find("# A tibble") != std::string_view::npos || text.find("\n1 ") != std::string_view::npos)) ||
          (text.find("Models:") != std::string_view::npos && text.find("logLik") != std::string_view::npos);
 }
 
 std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output) {
   const Transcript lines = ReadTranscript(text);
+  const auto coxObjects = CoxObjects(lines);
   std::vector<Found> found;
   std::vector<std::pair<std::int64_t, std::string>> skipped;
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -180,9 +212,12 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
       case Piece::Anova:
         for (FitRecord& r : ReadAnovaTable(lines, i, end, output)) found.push_back({std::move(r), {}});
         break;
-      case Piece::Lm:
-        skipped.emplace_back(lines[i].number, "summary() of lm prints no log-likelihood; print logLik(fit) beside it");
+      case Piece::Lm: {
+        std::string why;
+        add(ReadLmSummary(lines, i, end, output, why));
+        if (!why.empty()) skipped.emplace_back(lines[i].number, why);
         break;
+      }
       case Piece::LogLik:
         if (const auto ll = ReadLogLikLine(lines[i].text)) {
           const bool reml = AsksForReml(command);
@@ -194,6 +229,10 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
           if (reml) r.kind = LikelihoodKind::REML;
           r.derivation = "K = df of logLik(); " + std::string(kNNotPrinted);
           if (reml) r.derivation += "; REML, as the call asks";
+          if (coxObjects.contains(object)) {
+            r.kind = LikelihoodKind::Partial;
+            r.derivation += "; partial, " + object + " being a coxph fit";
+          }
           found.push_back({std::move(r), object});
           found.back().record.model = object;
         }
@@ -203,6 +242,12 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
         break;
       case Piece::Nlme: add(ReadNlmeFit(lines, i, end, output)); break;
       case Piece::Clm: add(ReadClmFit(lines, i, end, output)); break;
+      case Piece::Glance: {
+        std::string why;
+        add(ReadGlance(lines, i, end, output, why));
+        if (!why.empty()) skipped.emplace_back(lines[i].number, why);
+        break;
+      }
       case Piece::Other:
         add(ReadCallFit(lines, i, end, output));
         break;
@@ -214,10 +259,16 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
   records.reserve(found.size());
   for (Found& f : found) {
     if (f.record.model.empty()) f.record.model = f.object;
+    // A Cox model's print shows no partial log-likelihood but for a null
+    // model's; logLik() printed after it gives it, else it is left out.
+    if (f.record.kind == LikelihoodKind::Partial && std::isnan(f.record.logLik)) {
+      skipped.emplace_back(f.record.line, "coxph prints no partial log-likelihood; print logLik(fit) after it");
+      continue;
+    }
     records.push_back(std::move(f.record));
   }
-  output.NameUnnamed(records, Numbering::None);
   ShareN(records);
+  output.NameUnnamed(records, Numbering::None);
   if (records.empty()) {
     std::string why = "R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
                       "anova() of fits, logLik())";

@@ -1,4 +1,5 @@
-// A SAS listing (the .lst file, or the output window saved as text) with
+// A SAS listing (the .lst file, the output window saved as text, or either
+// pasted into a Markdown or Quarto document) with
 // any number of procedures: the fit statistics of PROC LOGISTIC, GENMOD,
 // MIXED, GLIMMIX and NLMIXED, one record for each fit. A model is named by
 // the page's TITLE lines (not SAS's default "The SAS System") and its BY
@@ -16,6 +17,7 @@
 #include <optional>
 #include <set>
 
+#include "selection/fits/markdown_code.hpp"
 #include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/program_output.hpp"
@@ -78,6 +80,8 @@ class SasReader {
   explicit SasReader(ProgramOutput& output) : output_(output) {}
 
   std::vector<FitRecord> Read(std::string_view text) {
+    // Pasted into Markdown or Quarto: the listing, line for line, not the prose.
+    if (HasCodeFences(text)) text = code_ = FencedCode(text);
     lines_ = SplitLines(text);
     pages_ = FindSasPages(lines_);
     for (std::size_t i = 0; i < lines_.size(); ++i) {
@@ -375,6 +379,7 @@ class SasReader {
   }
 
   ProgramOutput& output_;
+  std::string code_;
   std::vector<TextLine> lines_;
   SasPages pages_;
   std::string byGroup_;

@@ -47,6 +47,19 @@ std::string Title(std::string_view line) {
   return std::string(title);
 }
 
+// The first title line as SAS dates and numbers it.
+bool Dated(std::string_view line) {
+  const std::string text(ListingText(line));
+  return Title(line).size() < text.size();
+}
+
+// A title as SAS centres it: words a blank apart, no columns; a table's row
+// spaces its label from its values.
+bool TitleLike(std::string_view line) {
+  const std::string_view text = ListingText(line);
+  return !text.empty() && text.find("   ") == std::string_view::npos;
+}
+
 std::string ByGroup(std::string_view line) {
   while (!line.empty() && (line.front() == '-' || line.front() == ' ')) line.remove_prefix(1);
   while (!line.empty() && (line.back() == '-' || line.back() == ' ')) line.remove_suffix(1);
@@ -73,6 +86,34 @@ bool ProcedureFollows(const std::vector<TextLine>& lines, std::size_t j, SasPage
     return true;
   }
   return false;
+}
+
+// A listing pasted into a document or an e-mail has lost its form feeds:
+// a page starts at its titles above the procedure's name, as far up as the
+// dated first title, or a blank line; where a table ran on to the page, its
+// last row stands right above them.
+void FindUnfedPages(const std::vector<TextLine>& lines, SasPages& pages) {
+  constexpr std::size_t kMostTitles = 10;  // SAS's TITLE1 to TITLE10
+  for (std::size_t at = 0; at < lines.size(); ++at) {
+    // Most of a listing is tables: the name's last word is looked for first.
+    const std::string_view text = ListingText(lines[at].text);
+    if (!text.ends_with(" Procedure") || pages.header.contains(at) || SasProcedureOf(text).empty()) continue;
+    std::size_t end = at;  // one past the last title
+    while (end > 0 && ListingText(lines[end - 1].text).empty()) --end;
+    std::size_t first = end;
+    while (first > 0 && end - first < kMostTitles && (TitleLike(lines[first - 1].text) || Dated(lines[first - 1].text))) {
+      --first;
+      if (Dated(lines[first].text)) break;
+    }
+    if (first == end || pages.header.contains(first)) continue;
+    std::vector<std::string> titles;
+    for (std::size_t t = first; t < end; ++t) {
+      titles.push_back(t == first ? Title(lines[t].text) : std::string(ListingText(lines[t].text)));
+    }
+    if (!ProcedureFollows(lines, end, pages)) continue;
+    for (std::size_t t = first; t < end; ++t) pages.header.insert(t);
+    pages.titles[first] = titles;
+  }
 }
 
 }  // namespace
@@ -109,6 +150,7 @@ SasPages FindSasPages(const std::vector<TextLine>& lines) {
     for (std::size_t k = i; k < j; ++k) pages.header.insert(k);
     pages.titles[i] = titles;
   }
+  FindUnfedPages(lines, pages);
   return pages;
 }
 

@@ -1,11 +1,15 @@
 // Stata's text log: the tables of `estat ic` and `estimates stats`
-// (Obs or N, ll(null), ll(model), df, AIC, BIC), one record for each model
-// they list, named as `estimates store` named it. The log around the tables
-// tells what each fit was: a log pseudolikelihood (vce(robust), cluster,
-// pweights) is of the kind that ranking refuses, a restricted likelihood
-// (mixed, reml) is REML, and after regress K counts the residual variance
-// that Stata's df leaves out. A row that cannot be read whole is refused,
-// and so is a SMCL log, which `translate` turns into text.
+// (Obs or N, ll(null), ll(model), df, AIC, BIC) and SPost's fitstat
+// (stata_fitstat.cpp), one record for each model they list, named as
+// `estimates store` named it. The log around the tables tells what each fit
+// was: a log pseudolikelihood (vce(robust), cluster, pweights) is of the
+// kind that ranking refuses, a restricted likelihood (mixed, reml) is REML,
+// and after regress K counts the residual variance that Stata's df leaves
+// out. A table belongs to the fit in memory when it was made: the last
+// estimation command, its output shown or hidden by quietly, never a
+// postestimation command that prints a header of its own (margins) nor one
+// Drav does not know. A row that cannot be read whole is refused, and so is
+// a SMCL log, which `translate` turns into text.
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -15,35 +19,19 @@
 #include "selection/fits/model_names.hpp"
 #include "selection/fits/printed_text.hpp"
 #include "selection/fits/program_output.hpp"
+#include "selection/fits/stata_commands.hpp"
+#include "selection/fits/stata_fitstat.hpp"
+#include "selection/fits/stata_log.hpp"
 #include "selection/fits/stata_estimates.hpp"
 
 namespace drav::selection::fits {
 namespace {
 
-struct LogLine {
-  std::string text;
-  std::int64_t number = 0;
-};
-
-// A text log wraps every line longer than the line size, going on after
-// "> " on the next; the break falls anywhere, inside a number too, so the
-// pieces are joined as they stand.
-std::vector<LogLine> JoinContinuations(std::string_view text) {
-  std::vector<LogLine> lines;
-  for (const auto& line : SplitLines(text)) {
-    if (line.text.starts_with("> ") && !lines.empty()) {
-      lines.back().text += line.text.substr(2);
-    } else {
-      lines.push_back({std::string(line.text), line.number});
-    }
-  }
-  return lines;
-}
-
 // One estimation as the log shows it.
 struct Fit {
   std::int64_t line = 0;  // its command
-  std::int64_t likelihoodLine = 0;
+  std::int64_t likelihoodLine = 0;  // 0: its output is not in the log (quietly)
+  Printed logLik{kUnknown, 0};      // as its header prints it
   bool pseudo = false;
   bool restricted = false;
   bool regress = false;  // its AIC counts the coefficients, not the residual variance
@@ -59,6 +47,8 @@ struct Row {
   double n = 0, llNull = kUnknown, ll = 0, df = 0, aic = 0, bic = 0;
   double llHalfUnit = 0;  // ll(model) is printed to 7 significant digits at most
   std::string_view nColumn = "N";  // or "Obs", as the header names it
+  bool regress = false;       // the table itself says so (fitstat after regress)
+  std::string derivation;     // fitstat's, where the row is a fitstat column
 };
 
 bool IsSmcl(std::string_view text) { return Trimmed(Opening(text, 64)).starts_with("{smcl}"); }
@@ -78,7 +68,7 @@ class StataReader {
       output_.Refuse(1, "this is a SMCL log; Drav reads Stata's text logs: 'translate " + stem + ".smcl " + stem +
                             ".log' makes one, or 'log using FILE, text' writes one");
     }
-    const auto lines = JoinContinuations(text);
+    const auto lines = ReadStataLog(text);
     for (std::size_t i = 0; i < lines.size(); ++i) {
       const std::string_view line = lines[i].text;
       if (line.starts_with(". ")) {
@@ -90,6 +80,8 @@ class StataReader {
         StataEstimates& estimates = fits_.back().estimates;
         estimates = StataEstimates();
         while (i + 1 < lines.size() && estimates.Take(lines[i + 1].text)) ++i;
+      } else if (StartsFitstat(lines, i)) {
+        for (FitstatModel& model : ReadFitstat(lines, i)) TakeFitstat(model);
       } else {
         TakeFitText(Trimmed(line), lines[i].number);
       }
@@ -99,16 +91,26 @@ class StataReader {
 
  private:
   void TakeCommand(std::string_view command, std::int64_t number) {
-    const auto words = Words(command);
+    command_ = ReadStataCommand(command);
     commandLine_ = number;
-    if (words.empty()) return;
-    const std::string_view verb = words[0];
-    commandIsRegress_ = verb.size() >= 3 && std::string_view("regress").starts_with(verb);
+    if (command_.quiet && command_.kind == StataCommandKind::Estimation) {
+      // Its output hidden, the fit is in memory all the same, with what its
+      // options say of its likelihood.
+      fits_.push_back({number, 0, {kUnknown, 0}, command_.pseudo, command_.restricted, command_.regress, {}, {}});
+      current_ = static_cast<int>(fits_.size()) - 1;
+      fitCommandLine_ = number;
+      if (!command_.storeAs.empty()) Store(command_.storeAs);
+    } else if (command_.quiet && command_.kind == StataCommandKind::Unknown) {
+      current_ = -1;  // it may have fitted a model: which estimates are in memory cannot be told
+    }
+    // The words after the verb, whatever prefix stood before it.
+    const auto words = Words(command_.arguments);
+    const std::string_view verb = command_.verb;
     const bool estimates = verb.size() >= 3 && std::string_view("estimates").starts_with(verb);
-    if (estimates && words.size() >= 3 && words[1].starts_with("sto")) return Store(StoredName(words[2]));
-    if (verb == "eststo" && words.size() >= 2) return Store(StoredName(words[1]));
-    if (estimates && words.size() >= 3 && words[1].starts_with("res")) {
-      const auto stored = stored_.find(StoredName(words[2]));
+    if (estimates && words.size() >= 2 && words[0].starts_with("sto")) return Store(StoredName(words[1]));
+    if (verb == "eststo" && !words.empty()) return Store(StoredName(words[0]));
+    if (estimates && words.size() >= 2 && words[0].starts_with("res")) {
+      const auto stored = stored_.find(StoredName(words[1]));
       if (stored != stored_.end()) current_ = stored->second;
     }
   }
@@ -128,23 +130,65 @@ class StataReader {
     const std::size_t obs = line.find("Number of obs");
     const bool header = obs != std::string_view::npos && obs + 13 < line.size() &&
                         (line[obs + 13] == ' ' || line[obs + 13] == '=');
-    if (!likelihood && !header) return;
+    // Postestimation prints headers too (margins: "Number of obs"), and
+    // fits nothing.
+    if ((!likelihood && !header) || command_.kind == StataCommandKind::Other) return;
     if (fitCommandLine_ != commandLine_) {
       fitCommandLine_ = commandLine_;
-      fits_.push_back({commandLine_, 0, false, false, commandIsRegress_, {}, {}});
+      fits_.push_back({commandLine_, 0, {kUnknown, 0}, false, false, command_.regress, {}, {}});
       current_ = static_cast<int>(fits_.size()) - 1;
+      if (!command_.storeAs.empty()) Store(command_.storeAs);
     }
     Fit& fit = fits_.back();
     if (likelihood) {
       fit.pseudo = pseudo;
       fit.restricted = restricted;
       fit.likelihoodLine = number;
+      // "Log likelihood = -9.5880424", which a fitstat's Saved column is
+      // told by.
+      const std::size_t equals = line.find('=');
+      const auto words = Words(line.substr(equals == std::string_view::npos ? line.size() : equals + 1));
+      if (!words.empty()) fit.logLik = ReadPrinted(words[0]).value_or(Printed{kUnknown, 0});
     }
+  }
+
+  // A fitstat column: the Current one (or the only one) is the fit in
+  // memory; the Saved one the earlier fit whose log-likelihood it prints.
+  void TakeFitstat(const FitstatModel& model) {
+    Row row;
+    row.name = ".";
+    row.line = model.line;
+    row.fit = model.saved ? FitPrinting(model.logLik, model.n) : current_;
+    row.n = model.n;
+    row.ll = model.logLik.value;
+    row.llHalfUnit = model.logLik.halfUnit;
+    row.df = model.k;
+    row.aic = model.aic;
+    row.bic = model.bic;
+    row.regress = model.regress;
+    row.derivation = "fitstat: " + model.derivation;
+    rows_.push_back(std::move(row));
+  }
+
+  // The latest fit whose header, or an earlier table of which, prints this
+  // log-likelihood; -1 where none does.
+  int FitPrinting(const Printed& logLik, double n) const {
+    const auto same = [&](const Printed& other) {
+      return std::fabs(other.value - logLik.value) <= other.halfUnit + logLik.halfUnit + 1e-9;
+    };
+    for (std::size_t f = fits_.size(); f-- > 0;) {
+      if (!std::isnan(fits_[f].logLik.value) && same(fits_[f].logLik)) return static_cast<int>(f);
+    }
+    for (std::size_t r = rows_.size(); r-- > 0;) {
+      const Row& row = rows_[r];
+      if (row.fit >= 0 && same({row.ll, row.llHalfUnit}) && (std::isnan(n) || row.n == n)) return row.fit;
+    }
+    return -1;
   }
 
   // The columns are named in the header: Obs or N, ll(null), ll(model), df,
   // then AIC and BIC, or the AICc and CAIC that estat ic's options ask for.
-  std::size_t TakeTable(const std::vector<LogLine>& lines, std::size_t header) {
+  std::size_t TakeTable(const std::vector<StataLogLine>& lines, std::size_t header) {
     columns_.clear();
     const std::string_view head = lines[header].text;
     if (const std::size_t bar = head.find('|'); bar != std::string_view::npos) {
@@ -284,24 +328,34 @@ class StataReader {
     record.aic = row.aic;
     record.bic = row.bic;
     record.kind = fit && fit->restricted ? LikelihoodKind::REML : LikelihoodKind::ML;
-    record.derivation = "logLik = ll(model); K = df; n = " + std::string(row.nColumn);
+    record.derivation = !row.derivation.empty() ? row.derivation
+                                                : "logLik = ll(model); K = df; n = " + std::string(row.nColumn);
     if (fit) {
       record.terms = fit->estimates.terms;
       record.notTerms = fit->estimates.notTerms;
     }
-    if (fit && fit->pseudo) {
+    if (fit && fit->likelihoodLine == 0 && fit->pseudo) {
+      record.kind = LikelihoodKind::Pseudo;
+      record.warnings.push_back("its command (line " + std::to_string(fit->line) +
+                                ") asks for robust, cluster or survey weights, so its likelihood is a "
+                                "pseudolikelihood; AIC and BIC made from it rank nothing: refit it without "
+                                "vce(robust) or pweights to compare by AIC");
+    } else if (fit && fit->pseudo) {
       record.kind = LikelihoodKind::Pseudo;
       record.warnings.push_back("Stata fitted it with robust, cluster or survey weights and printed a log "
                                 "pseudolikelihood (line " + std::to_string(fit->likelihoodLine) +
                                 "); AIC and BIC made from a pseudolikelihood rank nothing: refit it without "
                                 "vce(robust) or pweights to compare by AIC");
     }
-    if (fit && fit->regress) {
+    if ((fit && fit->regress) || row.regress) {
       // K counts every parameter, as for the other programs' fits; Stata's
       // df, and so its AIC, leave the residual variance out.
       record.k = row.df + 1;
-      record.derivation = "logLik = ll(model); K = df + 1, the residual variance that Stata's df after regress "
-                          "leaves out; n = " + std::string(row.nColumn);
+      record.derivation = !row.derivation.empty()
+                              ? row.derivation + "; + 1 for the residual variance that Stata's df after regress "
+                                                 "leaves out"
+                              : "logLik = ll(model); K = df + 1, the residual variance that Stata's df after "
+                                "regress leaves out; n = " + std::string(row.nColumn);
       record.counting = "Stata's AIC after regress leaves out the residual variance, 2 below R's AIC()";
     }
     return record;
@@ -313,7 +367,7 @@ class StataReader {
   std::vector<Row> rows_;
   std::vector<std::string> columns_;
   int current_ = -1;
-  bool commandIsRegress_ = false;
+  StataCommand command_;
   std::int64_t commandLine_ = 0;
   std::int64_t fitCommandLine_ = -1;
 };
@@ -321,7 +375,9 @@ class StataReader {
 bool LooksLikeStataOutput(std::string_view text) {
   if (IsSmcl(text)) return true;
   const std::string_view head = Opening(text);
-  return head.find("ll(null)") != std::string_view::npos && head.find("ll(model)") != std::string_view::npos;
+  return (head.find("ll(null)") != std::string_view::npos && head.find("ll(model)") != std::string_view::npos) ||
+         head.find("Measures of Fit for ") != std::string_view::npos ||
+         head.find("Intercept-only |") != std::string_view::npos;
 }
 
 std::vector<FitRecord> ReadStataOutput(std::string_view text, ProgramOutput& output) {

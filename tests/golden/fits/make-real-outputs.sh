@@ -38,8 +38,9 @@ R
 
 # sample NAME EXT HOW: the fits (FITS.R), what is printed (SHOW.R) and the
 # models it prints in order with their kinds (MODELS: "m1 ML, m2 REML").
-# HOW is batch (R CMD BATCH's transcript), rscript (plain output),
-# knitr-md (Markdown) or knitr-html (an .Rhtml document knitted).
+# HOW is batch (R CMD BATCH's transcript), rscript (plain output), sink
+# (the file sink() wrote while the code ran), knitr-md (Markdown) or
+# knitr-html (an .Rhtml document knitted).
 sample() {
   local name=$1 ext=$2 how=$3 models=$4
   local objects="" kinds="" pair
@@ -53,6 +54,9 @@ sample() {
   case $how in
     batch) R CMD BATCH --no-save --no-timing "$name.R" "$out/$name.$ext" ;;
     rscript) Rscript --vanilla "$name.R" >"$out/$name.$ext" 2>&1 ;;
+    sink)
+      { cat FITS.R; printf 'sink("%s")\n' "$out/$name.$ext"; cat SHOW.R; printf 'sink()\n'; } >"$name.R"
+      Rscript --vanilla "$name.R" >/dev/null 2>&1 ;;
     knitr-md)
       { printf -- '---\ntitle: "%s"\n---\n\n```{r}\n' "$name"; cat FITS.R SHOW.R; printf '```\n'; } >"$name.Rmd"
       Rscript --vanilla -e "knitr::knit('$name.Rmd', quiet = TRUE)" >/dev/null
@@ -185,7 +189,8 @@ summary(tb)
 R
 sample pscl-and-tobit txt rscript "z ML, h ML, tb ML"
 
-# survival: a parametric survreg, and coxph's partial likelihood.
+# survival: a parametric survreg, and coxph's partial likelihood, which
+# its summary does not print and logLik() after it does.
 cat >FITS.R <<'R'
 suppressMessages(library(survival))
 s <- survreg(Surv(futime, fustat) ~ ecog.ps + rx, data = ovarian, dist = "weibull")
@@ -194,8 +199,27 @@ R
 cat >SHOW.R <<'R'
 summary(s)
 summary(cx)
+logLik(cx)
 R
 sample survreg-and-coxph txt rscript "s ML, cx partial"
+
+# Cox models of one data set as a transcript: print() of each (K in its
+# likelihood ratio test's df), logLik() after it; a null model, whose
+# print shows its partial log-likelihood.
+cat >FITS.R <<'R'
+suppressMessages(library(survival))
+c1 <- coxph(Surv(time, status) ~ age + sex, data = lung)
+c2 <- coxph(Surv(time, status) ~ age + sex + ph.ecog, data = lung, subset = !is.na(ph.ecog))
+c0 <- coxph(Surv(time, status) ~ 1, data = lung)
+R
+cat >SHOW.R <<'R'
+c1
+logLik(c1)
+c2
+logLik(c2)
+c0
+R
+sample coxph-print-and-loglik Rout batch "c1 partial, c2 partial, c0 partial"
 
 # ordinal's cumulative link models.
 cat >FITS.R <<'R'
@@ -231,6 +255,61 @@ glance(m1)
 glance(m0)
 R
 sample broom-glance txt rscript "m1 ML, m0 ML"
+
+# glance() printed in full, as the refusal of its tibble says: with seven
+# significant digits, and as a data frame.
+cat >FITS.R <<'R'
+suppressMessages(library(broom))
+m1 <- glm(count ~ spray, family = poisson, data = InsectSprays)
+m0 <- glm(count ~ 1, family = poisson, data = InsectSprays)
+R
+cat >SHOW.R <<'R'
+options(pillar.sigfig = 7)
+glance(m1)
+as.data.frame(glance(m0))
+R
+sample broom-glance-digits txt rscript "m1 ML, m0 ML"
+
+# summary() of two lm fits, then anova() of both: lm prints no
+# log-likelihood, its residual standard error gives it.
+cat >FITS.R <<'R'
+m1 <- lm(mpg ~ wt, data = mtcars)
+m2 <- lm(mpg ~ wt + hp + qsec, data = mtcars)
+R
+cat >SHOW.R <<'R'
+summary(m1)
+summary(m2)
+anova(m1, m2)
+R
+sample lm-summaries-then-anova txt rscript "m1 ML, m2 ML"
+
+# glmer stopped short of convergence: lme4's warnings before the summary
+# (Rscript prints them first) and under it.
+cat >FITS.R <<'R'
+suppressMessages(library(lme4))
+d <- cbpp
+d$obs <- factor(seq_len(nrow(d)))
+g2 <- glmer(cbind(incidence, size - incidence) ~ period + (1 | herd) + (1 | obs), data = d, family = binomial,
+            control = glmerControl(optCtrl = list(maxfun = 30)))
+R
+cat >SHOW.R <<'R'
+summary(g2)
+R
+sample glmer-convergence-warnings txt rscript "g2 ML"
+
+# A file sink() wrote: summary() of a binomial glm and anova() of two lmer
+# fits, output alone.
+cat >FITS.R <<'R'
+suppressMessages(library(lme4))
+b <- glm(cbind(ncases, ncontrols) ~ agegp + alcgp, family = binomial, data = esoph)
+f1 <- lmer(Reaction ~ Days + (1 | Subject), sleepstudy, REML = FALSE)
+f2 <- lmer(Reaction ~ Days + (Days | Subject), sleepstudy, REML = FALSE)
+R
+cat >SHOW.R <<'R'
+summary(b)
+anova(f1, f2)
+R
+sample sink-glm-and-anova txt sink "b ML, f1 ML, f2 ML"
 
 # lavaan's fitMeasures().
 cat >FITS.R <<'R'

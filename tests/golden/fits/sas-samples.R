@@ -168,6 +168,30 @@ add_fit("The SAS System", "GENMOD", genmod_body(tension), "sas-listing (GENMOD)"
 writeLines(listing, file.path(out, "sas-listing.lst"))
 write.table(expected, file.path(out, "sas-listing.expected"), sep = "\t", quote = FALSE, row.names = FALSE)
 
+# The same listing pasted into documents, where its form feeds are lost:
+# into Markdown between ``` fences, prose around it, and into a Quarto
+# report under a list item, every line indented, in a ```{.text} block
+# with knitr's "## " before each, as SAS lists under NODATE NONUMBER (no
+# date and page to tell a page's first title by). Line for line the
+# listing's, after the lines above the block; the names and numbers as the
+# listing's.
+paste_into <- function(file, above, lines, below) {
+  writeLines(c(above, lines, below), file.path(out, file))
+  shifted <- expected
+  shifted$line <- shifted$line + length(above)
+  write.table(shifted, file.path(out, paste0(sub("\\.", "-", file), ".expected")), sep = "\t", quote = FALSE,
+              row.names = FALSE)
+}
+unfed <- sub("^\f", "", listing)
+paste_into("sas-listing.md",
+           c("# Which model?", "", "The six fits as SAS 9.4 listed them, pasted from the output window:", "", "```"),
+           unfed, c("```", "", "The logit with weight and horsepower has the lowest AIC of its response."))
+paste_into("sas-listing.qmd",
+           c("---", "title: \"Model comparison\"", "format: html", "---", "", "1. The fits, from `sas-listing.lst`:",
+             "", "   ```{.text}"),
+           ifelse(unfed == "", "   ##", paste0("   ## ", sub(" +09:30 Monday, March 4, 2024 +[0-9]+$", "", unfed))),
+           c("   ```", "", "2. The comparison."))
+
 # Two sets to average, each of one procedure: their tables of estimates
 # give the terms, a CLASS level named beside its variable.
 for (set in list(list("sas-logistic.lst", "LOGISTIC", logistic_body, list(both, weight)),

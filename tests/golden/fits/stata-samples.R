@@ -138,31 +138,39 @@ write_sample("stata-robust.log", c(logit_block("logit am wt hp, vce(robust)", ro
 # regress: Stata's AIC counts the coefficients and leaves out the residual
 # variance that R's counts (K is R's count, the AIC Stata's as printed);
 # `estat ic, all` adds AICc and CAIC columns.
+regress_block <- function(command, ols) {
+  n <- nobs(ols)
+  anova_rows <- anova(ols)
+  ss_model <- sum(anova_rows[-nrow(anova_rows), "Sum Sq"])
+  ss_residual <- anova_rows["Residuals", "Sum Sq"]
+  df_model <- length(coef(ols)) - 1
+  se <- sqrt(diag(vcov(ols)))
+  order <- c(seq_along(coef(ols))[-1], 1)
+  terms <- sub("\\(Intercept\\)", "_cons", names(coef(ols)))[order]
+  c(paste(".", command), "",
+    sprintf("%12s |%12s %10s %10s   Number of obs   = %8d", "Source", "SS", "df", "MS", n),
+    sprintf("-------------+----------------------------------   F(%d, %d)        = %8.2f", df_model, n - df_model - 1,
+            (ss_model / df_model) / (ss_residual / (n - df_model - 1))),
+    sprintf("%12s | %11s %10d %10s   R-squared       = %8.4f", "Model", g(ss_model), df_model,
+            g(ss_model / df_model), summary(ols)$r.squared),
+    sprintf("%12s | %11s %10d %10s   Root MSE        = %8.4f", "Residual", g(ss_residual), n - df_model - 1,
+            g(ss_residual / (n - df_model - 1)), summary(ols)$sigma), "",
+    strrep("-", 78),
+    sprintf("%12s | Coefficient  Std. err.      t    P>|t|     [95%% conf. interval]", all.vars(formula(ols))[1]),
+    paste0(strrep("-", 13), "+", strrep("-", 64)),
+    sprintf("%12s | %10s %10s %8.2f %7.3f", terms, g(coef(ols)[order]), g(se[order]),
+            (coef(ols) / se)[order], 2 * pt(-abs(coef(ols) / se), n - df_model - 1)[order]),
+    strrep("-", 78), "")
+}
+
 ols <- lm(mpg ~ wt, mtcars)
 n <- nobs(ols)
 df <- length(coef(ols))
 ll <- as.numeric(logLik(ols))
 null <- as.numeric(logLik(lm(mpg ~ 1, mtcars)))
-anova_rows <- anova(ols)
-ss_model <- anova_rows["wt", "Sum Sq"]
-ss_residual <- anova_rows["Residuals", "Sum Sq"]
-se <- sqrt(diag(vcov(ols)))
 stata_aic <- -2 * ll + 2 * df
 stata_bic <- -2 * ll + df * log(n)
-log <- c(". regress mpg wt", "",
-         sprintf("%12s |%12s %10s %10s   Number of obs   = %8d", "Source", "SS", "df", "MS", n),
-         sprintf("-------------+----------------------------------   F(1, %d)        = %8.2f", n - 2,
-                 ss_model / (ss_residual / (n - 2))),
-         sprintf("%12s | %11s %10d %10s   R-squared       = %8.4f", "Model", g(ss_model), 1, g(ss_model),
-                 summary(ols)$r.squared),
-         sprintf("%12s | %11s %10d %10s   Root MSE        = %8.4f", "Residual", g(ss_residual), n - 2,
-                 g(ss_residual / (n - 2)), summary(ols)$sigma), "",
-         strrep("-", 78),
-         sprintf("%12s | Coefficient  Std. err.      t    P>|t|     [95%% conf. interval]", "mpg"),
-         paste0(strrep("-", 13), "+", strrep("-", 64)),
-         sprintf("%12s | %10s %10s %8.2f %7.3f", c("wt", "_cons"), g(coef(ols)[c(2, 1)]), g(se[c(2, 1)]),
-                 (coef(ols) / se)[c(2, 1)], 2 * pt(-abs(coef(ols) / se), n - 2)[c(2, 1)]),
-         strrep("-", 78), "", ". estat ic, all", "",
+log <- c(regress_block("regress mpg wt", ols), ". estat ic, all", "",
          "Akaike's, Bayesian, corrected Akaike's, and consistent Akaike's information criteria", "",
          strrep("-", 99),
          "       Model |          N   ll(null)  ll(model)      df        AIC        BIC       AICc       CAIC",
@@ -175,3 +183,294 @@ write_expected("stata-regress.expected",
                data.frame(model = "stata-regress", line = 1, kind = "ML", logLik = ll,
                           k = attr(logLik(ols), "df"), n = n,
                           aic = stata_aic, bic = stata_bic, tolerance = printed_tolerance(ll, stata_aic, stata_bic)))
+
+# Stata 17's arima and estat ic, three fits of Lake Huron's level by exact
+# maximum likelihood (R's arima() by "ML" maximises the same Kalman filter
+# likelihood; Stata's df counts the constant, the ARMA terms and sigma, as
+# R's counts sigma^2). Between the second fit and its estat ic, a test of
+# its residuals that prints a header of its own; the third fit is quietly,
+# its output hidden. Each table belongs to the fit in memory, never to the
+# one before; estimates stats lists all three by their stored names.
+header_line <- function(left, label, value) sprintf("%-48s%-18s= %10s", left, label, value)
+arima_block <- function(command, fit, order) {
+  n <- nobs(fit)
+  ll <- as.numeric(logLik(fit))
+  start <- arima(LakeHuron, order = order, method = "CSS")
+  ll0 <- arima(LakeHuron, order = order, method = "ML", fixed = coef(start), transform.pars = FALSE)$loglik
+  arma <- names(coef(fit)) != "intercept"
+  b <- coef(fit)[arma]
+  wald <- as.numeric(t(b) %*% solve(fit$var.coef[arma, arma]) %*% b)
+  se <- sqrt(diag(fit$var.coef))
+  sigma <- sqrt(fit$sigma2)
+  coefficient <- function(term, est, s) {
+    z <- est / s
+    sprintf("%12s | %10s %10s %8.2f %7.3f %12s %11s", term, g(est), g(s), z, 2 * pnorm(-abs(z)),
+            g(est - 1.959964 * s), g(est + 1.959964 * s))
+  }
+  arma_rows <- character()
+  for (part in c("ar", "ma")) {
+    terms <- grep(paste0("^", part), names(coef(fit)), value = TRUE)
+    if (length(terms) == 0) next
+    if (length(arma_rows)) arma_rows <- c(arma_rows, sprintf("%12s |", ""))
+    arma_rows <- c(arma_rows, sprintf("%12s |", part),
+                   mapply(function(t, i) coefficient(sprintf("L%d.", i), coef(fit)[t], se[t]), terms, seq_along(terms)))
+  }
+  c(paste(".", command), "", "(setting optimization to BHHH)",
+    sprintf("Iteration 0:   log likelihood = %s  ", formatC(ll0, digits = 8, format = "g")),
+    sprintf("Iteration 4:   log likelihood = %s  ", formatC(ll, digits = 8, format = "g")), "",
+    "ARIMA regression", "",
+    header_line("Sample: 1875 thru 1972", "Number of obs", n),
+    header_line("", sprintf("Wald chi2(%d)", sum(arma)), sprintf("%.2f", wald)),
+    header_line(sprintf("Log likelihood = %s", formatC(ll, digits = 7, format = "g")), "Prob > chi2",
+                sprintf("%.4f", pchisq(wald, sum(arma), lower.tail = FALSE))), "",
+    strrep("-", 78), sprintf("%13s|%17s", "", "OPG"),
+    "       level | Coefficient  Std. err.      z    P>|z|     [95% conf. interval]",
+    paste0(strrep("-", 13), "+", strrep("-", 64)), "level        |",
+    coefficient("_cons", coef(fit)["intercept"], se["intercept"]),
+    paste0(strrep("-", 13), "+", strrep("-", 64)), "ARMA         |", arma_rows,
+    paste0(strrep("-", 13), "+", strrep("-", 64)),
+    coefficient("/sigma", sigma, sigma / sqrt(2 * n)), strrep("-", 78),
+    "Note: The test of the variance against zero is one sided, and the two-sided",
+    "confidence interval is truncated at zero.", "")
+}
+arima_ic <- function(command, names, fits) {
+  rows <- mapply(function(name, fit) {
+    sprintf("%12s | %10s %10s %10s %7d %10s %10s", name, nobs(fit), ".", g(as.numeric(logLik(fit))),
+            attr(logLik(fit), "df"), g(AIC(fit)), g(BIC(fit)))
+  }, names, fits)
+  c(paste(".", command), "", "Akaike's information criterion and Bayesian information criterion", "",
+    strrep("-", 77), "       Model |          N   ll(null)  ll(model)      df        AIC        BIC",
+    paste0(strrep("-", 13), "+", strrep("-", 63)), rows, strrep("-", 77),
+    "Note: BIC uses N = number of observations. See [R] IC note.", "")
+}
+# Half a unit of the last digit g() prints, which drops trailing zeros.
+half_unit <- function(...) {
+  max(sapply(c(...), function(x) {
+    decimals <- sub("^[^.]*\\.?", "", g(x))
+    0.5 * 10^-nchar(decimals)
+  }))
+}
+orders <- list(ar1 = c(1, 0, 0), ar2 = c(2, 0, 0), arma11 = c(1, 0, 1))
+fits <- lapply(orders, function(o) arima(LakeHuron, order = o, method = "ML"))
+residuals2 <- residuals(fits$ar2)
+log <- c(". use lakehuron, clear", "(Level of Lake Huron, 1875-1972)", "", ". tsset year", "",
+         "Time variable: year, 1875 thru 1972", "        Delta: 1 unit", "")
+expected <- data.frame()
+for (name in names(orders)) {
+  o <- orders[[name]]
+  command <- sprintf("arima level, arima(%d,%d,%d)", o[1], o[2], o[3])
+  line <- length(log) + 1
+  if (name == "arma11") {
+    log <- c(log, paste(". quietly", command), "")
+  } else {
+    log <- c(log, arima_block(command, fits[[name]], o))
+  }
+  if (name == "ar2") {
+    # dfuller's header prints Number of obs; it fits nothing.
+    dickey <- summary(lm(diff(residuals2) ~ head(residuals2, -1)))$coefficients[2, ]
+    log <- c(log, ". predict res2, residuals", "", ". dfuller res2", "",
+             sprintf("%-51s%-15s= %s", "Dickey-Fuller test for unit root", "Number of obs", length(residuals2) - 1),
+             sprintf("%-51s%-15s= %s", "Variable: res2", "Number of lags", " 0"), "",
+             "H0: Random walk without drift, d = 0", "",
+             "                                       Dickey-Fuller",
+             "                   Test      -------- critical value ---------",
+             "              statistic           1%           5%          10%",
+             strrep("-", 62), sprintf(" Z(t)       %11.3f       -3.517       -2.894       -2.582",
+                                      dickey[1] / dickey[2]),
+             strrep("-", 62), "MacKinnon approximate p-value for Z(t) = 0.0000.", "")
+  }
+  log <- c(log, arima_ic("estat ic", ".", fits[name]), paste(". estimates store", name), "")
+  expected <- rbind(expected, data.frame(model = name, line = line, kind = "ML",
+                                         logLik = as.numeric(logLik(fits[[name]])), k = attr(logLik(fits[[name]]), "df"),
+                                         n = nobs(fits[[name]]), aic = AIC(fits[[name]]), bic = BIC(fits[[name]]),
+                                         tolerance = half_unit(logLik(fits[[name]]), AIC(fits[[name]]),
+                                                               BIC(fits[[name]]))))
+}
+log <- c(log, arima_ic("estimates stats ar1 ar2 arma11", names(orders), fits))
+write_sample("stata-arima.log", log)
+write_expected("stata-arima.expected", expected)
+
+# SPost's fitstat. SPost 13 (Stata 13 and later) as its authors use it:
+# the first model's measures saved quietly, so that they are printed only
+# in the Saved column beside the Current one of a fit made quietly too,
+# and their Difference; then fitstat after regress, whose df leaves the
+# residual variance out. Listed as the columns come: Current, then Saved.
+fitstat_values <- function(fit) {
+  null <- update(fit, . ~ 1)
+  n <- nobs(fit)
+  k <- length(coef(fit))
+  ll <- as.numeric(logLik(fit))
+  ll0 <- as.numeric(logLik(null))
+  values <- list(ll = ll, ll0 = ll0, n = n, k = k, dev = -2 * ll, dev_df = n - k, lr = 2 * (ll - ll0), lr_df = k - 1,
+                 mcf = 1 - ll / ll0, mcfa = 1 - (ll - k) / ll0, ml = 1 - exp(2 * (ll0 - ll) / n),
+                 aic = -2 * ll + 2 * k, bic = -2 * ll + k * log(n), bic_dev = -2 * ll - (n - k) * log(n),
+                 bic_p = -2 * (ll - ll0) + (k - 1) * log(n))
+  values$p <- pchisq(values$lr, values$lr_df, lower.tail = FALSE)
+  values$cu <- values$ml / (1 - exp(2 * ll0 / n))
+  if (inherits(fit, "glm") && family(fit)$family == "binomial") {
+    p <- fitted(fit)
+    y <- fit$y
+    vxb <- var(predict(fit, type = "link"))
+    modal <- max(sum(y), n - sum(y))
+    values <- c(values, list(mz = vxb / (vxb + pi^2 / 3), efron = 1 - sum((y - p)^2) / sum((y - mean(y))^2),
+                             tjur = mean(p[y == 1]) - mean(p[y == 0]), count = mean((p > 0.5) == y),
+                             adjcount = (sum((p > 0.5) == y) - modal) / (n - modal), verr = pi^2 / 3,
+                             vystar = vxb + pi^2 / 3))
+  } else {
+    values <- c(values, list(r2 = summary(fit)$r.squared, r2a = summary(fit)$adj.r.squared))
+  }
+  values
+}
+# One equation's rows of a matlist, twidth(24), %11.3f: the columns of
+# every model given, and their differences where there are two.
+spost13_rows <- function(equation, rows, width) {
+  row <- function(label, values) {
+    cells <- sprintf("%.3f", values)
+    paste0(sprintf("%24s |", label), sprintf("%12s", cells[1]),
+           if (length(cells) > 1) paste(sprintf("%13s", cells[-1]), collapse = ""), " ")
+  }
+  c(sprintf("%-25s|%s", equation, strrep(" ", width)), unlist(lapply(rows, function(r) row(r[[1]], r[[2]]))))
+}
+spost13_table <- function(values, heads) {
+  two <- length(values) == 2
+  width <- 12 + 13 * (length(heads) - 1)
+  pick <- function(name) {
+    v <- sapply(values, function(x) x[[name]])
+    if (two) c(v, v[1] - v[2]) else v
+  }
+  df_label <- function(label, name) {
+    d <- sapply(values, function(x) x[[name]])
+    if (two) sprintf("%s(df=%d/%d/%d)", label, d[1], d[2], d[1] - d[2]) else sprintf("%s(df=%d)", label, d)
+  }
+  binary <- !is.null(values[[1]]$mz)
+  p_values <- if (two) c(pick("p")[1:2], pchisq(abs(values[[1]]$lr - values[[2]]$lr),
+                                                  abs(values[[1]]$lr_df - values[[2]]$lr_df), lower.tail = FALSE))
+              else pick("p")
+  equations <- list(
+    list("Log-likelihood", list(list("Model", pick("ll")), list("Intercept-only", pick("ll0")))),
+    list("Chi-square", c(list(list(df_label(if (two) "D" else "Deviance", "dev_df"), pick("dev"))),
+                         if (binary) list(list(df_label("LR", "lr_df"), pick("lr")), list("p-value", p_values)))),
+    list("R2", c(if (!binary) list(list("R2", pick("r2")), list("Adjusted R2", pick("r2a"))),
+                 list(list("McFadden", pick("mcf")), list("McFadden(adjusted)", pick("mcfa"))),
+                 if (binary) list(list("McKelvey & Zavoina", pick("mz"))),
+                 list(list("Cox-Snell/ML", pick("ml")), list("Cragg-Uhler/Nagelkerke", pick("cu"))),
+                 if (binary) list(list("Efron", pick("efron")), list("Tjur's D", pick("tjur")),
+                                  list("Count", pick("count")), list("Count(adjusted)", pick("adjcount"))))),
+    list("IC", list(list("AIC", pick("aic")), list("AIC divided by N", pick("aic") / c(pick("n")[1:length(values)],
+                                                                                           if (two) 1)),
+                    list(df_label("BIC", "k"), pick("bic")))),
+    if (binary) list("Variance of", list(list("e", pick("verr")), list("y-star", pick("vystar")))))
+  equations <- Filter(Negate(is.null), equations)
+  if (two) equations[[4]][[2]][[2]][[2]][3] <- equations[[4]][[2]][[2]][[2]][1] - equations[[4]][[2]][[2]][[2]][2]
+  rule <- paste0(strrep("-", 25), "+", strrep("-", width))
+  out <- c("", paste0(strrep(" ", 25), "|", sprintf("%12s", heads[1]),
+                      if (length(heads) > 1) paste(sprintf("%13s", heads[-1]), collapse = ""), " "), rule)
+  for (i in seq_along(equations)) {
+    if (i > 1) out <- c(out, rule)
+    out <- c(out, spost13_rows(equations[[i]][[1]], equations[[i]][[2]], width))
+  }
+  out
+}
+bic_support <- function(current, saved) {
+  difference <- abs(current$bic - saved$bic)
+  support <- if (difference <= 2) "weak" else if (difference <= 6) "positive" else if (difference <= 10) "strong"
+             else "very strong"
+  sprintf("Difference of %8.3f in BIC provides %s support for %s model.", difference, support,
+          if (saved$bic < current$bic) "saved" else "current")
+}
+expected_fit <- function(name, line, fit, k = attr(logLik(fit), "df"), aic = AIC(fit), bic = BIC(fit)) {
+  data.frame(model = name, line = line, kind = "ML", logLik = as.numeric(logLik(fit)), k = k, n = nobs(fit),
+             aic = aic, bic = bic, tolerance = 5e-4)
+}
+both <- glm(am ~ wt + hp, binomial, mtcars)
+weight <- glm(am ~ wt, binomial, mtcars)
+ols <- lm(mpg ~ wt, mtcars)
+fs_both <- fitstat_values(both)
+fs_weight <- fitstat_values(weight)
+fs_ols <- fitstat_values(ols)
+log <- c(". sysuse mtcars, clear", "")
+saved <- expected_fit("both", length(log) + 1, both)
+log <- c(log, logit_block("logit am wt hp", both, FALSE, TRUE), ". estimates store both", "",
+         ". quietly fitstat, save", "")
+expected <- rbind(expected_fit("weight", length(log) + 1, weight), saved)
+log <- c(log, ". quietly logit am wt", "", ". estimates store weight", "", ". fitstat, diff",
+         spost13_table(list(fs_weight, fs_both), c("Current", "Saved", "Difference")), "",
+         "Note: Likelihood-ratio test assumes current model nested in saved model.", "",
+         bic_support(fs_weight, fs_both), "")
+expected <- rbind(expected, expected_fit("stata-fitstat", length(log) + 1, ols,
+                                         aic = fs_ols$aic, bic = fs_ols$bic))
+log <- c(log, regress_block("regress mpg wt", ols), ". fitstat", spost13_table(list(fs_ols), "regress"), "")
+write_sample("stata-fitstat.log", log)
+write_expected("stata-fitstat.expected", expected)
+
+# SPost 9 (fitstat 1.9, Stata 9 to 12): measures two to a line, then
+# with using() the Current, Saved and Difference columns. Neither fit is
+# stored, so both take the file's name.
+at_column <- function(line, column, text) paste0(line, strrep(" ", max(0, column - 1 - nchar(line))), text)
+spost9_single <- function(v) {
+  stats <- list(list("Log-Lik Intercept Only", v$ll0, 1), list("Log-Lik Full Model", v$ll, 2),
+                list(sprintf("D(%d)", v$dev_df), v$dev, 1), list(sprintf("LR(%d)", v$lr_df), v$lr, 2),
+                list("Prob > LR", v$p, 2), list("McFadden's R2", v$mcf, 1), list("McFadden's Adj R2", v$mcfa, 2),
+                list("ML (Cox-Snell) R2", v$ml, 1), list("Cragg-Uhler(Nagelkerke) R2", v$cu, 2),
+                list("McKelvey & Zavoina's R2", v$mz, 0), list("Efron's R2", v$efron, 0),
+                list("Variance of y*", v$vystar, 1), list("Variance of error", v$verr, 2),
+                list("Count R2", v$count, 1), list("Adj Count R2", v$adjcount, 2), list("AIC", v$aic / v$n, 1),
+                list("AIC*n", v$aic, 2), list("BIC", v$bic_dev, 1), list("BIC'", v$bic_p, 2),
+                list("BIC used by Stata", v$bic, 1), list("AIC used by Stata", v$aic, 2))
+  rows <- list()
+  cells <- rep("", 4)
+  column <- 1
+  flush <- function() {
+    rows[[length(rows) + 1]] <<- sub(" +$", "", sprintf("%-27s%11s   %-27s%11s", cells[1], cells[2], cells[3], cells[4]))
+    cells <<- rep("", 4)
+    column <<- 1
+  }
+  for (s in stats) {
+    if (s[[3]] == 1 && column == 3) flush()
+    if (s[[3]] == 2 && column == 1) column <- 3
+    cells[column] <- paste0(s[[1]], ":")
+    cells[column + 1] <- sprintf("%.3f", s[[2]])
+    column <- column + 2
+    if (column == 5) flush()
+  }
+  if (column > 1) flush()
+  unlist(rows)
+}
+spost9_using <- function(current, saved) {
+  row <- function(label, a, b, d, dfs = NULL) {
+    cell <- function(x, i) paste0(sprintf("%11.3f", x), if (!is.null(dfs)) sprintf("(%d)", dfs[i]))
+    at_column(at_column(at_column(label, 28, cell(a, 1)), 46, cell(b, 2)), 64, cell(d, 3))
+  }
+  lr_p <- pchisq(abs(current$lr - saved$lr), abs(current$lr_df - saved$lr_df), lower.tail = FALSE)
+  stat <- function(label, name) row(label, current[[name]], saved[[name]], current[[name]] - saved[[name]])
+  c(at_column(at_column(at_column("", 30, "  Current"), 48, "    Saved"), 65, "Difference"),
+    at_column(at_column("Model:", 30, sprintf("%9s", "logit")), 48, sprintf("%9s", "logit")),
+    at_column(at_column(at_column("N:", 30, sprintf("%9.0f", current$n)), 48, sprintf("%9.0f", saved$n)), 66,
+              sprintf("%9.0f", current$n - saved$n)),
+    stat("Log-Lik Intercept Only", "ll0"), stat("Log-Lik Full Model", "ll"),
+    row("D", current$dev, saved$dev, abs(current$dev - saved$dev),
+        c(current$dev_df, saved$dev_df, abs(current$dev_df - saved$dev_df))),
+    row("LR", current$lr, saved$lr, abs(current$lr - saved$lr),
+        c(current$lr_df, saved$lr_df, abs(current$lr_df - saved$lr_df))),
+    row("Prob > LR", current$p, saved$p, lr_p), stat("McFadden's R2", "mcf"), stat("McFadden's Adj R2", "mcfa"),
+    stat("ML (Cox-Snell) R2", "ml"), stat("Cragg-Uhler(Nagelkerke) R2", "cu"), stat("McKelvey & Zavoina's R2", "mz"),
+    stat("Efron's R2", "efron"), stat("Variance of y*", "vystar"), stat("Variance of error", "verr"),
+    stat("Count R2", "count"), stat("Adj Count R2", "adjcount"),
+    row("AIC", current$aic / current$n, saved$aic / saved$n, current$aic / current$n - saved$aic / saved$n),
+    stat("AIC*n", "aic"), stat("BIC", "bic_dev"), stat("BIC'", "bic_p"), stat("BIC used by Stata", "bic"),
+    stat("AIC used by Stata", "aic"))
+}
+log <- c(". sysuse mtcars, clear", "")
+expected <- expected_fit("stata-fitstat9 (1)", length(log) + 1, both)
+log <- c(log, logit_block("logit am wt hp", both, FALSE, FALSE), ". fitstat, saving(m1)", "",
+         "Measures of Fit for logit of am", "", spost9_single(fs_both), "", "(Indices saved in matrix fs_m1)", "")
+expected <- rbind(expected, expected_fit("stata-fitstat9 (2)", length(log) + 1, weight))
+bic_prime <- abs(fs_weight$bic_p - fs_both$bic_p)
+log <- c(log, logit_block("logit am wt", weight, FALSE, FALSE), ". fitstat, using(m1)", "",
+         "Measures of Fit for logit of am", "", spost9_using(fs_weight, fs_both), "",
+         sprintf("Difference of %8.3f in BIC' provides %s support for %s model.", bic_prime,
+                 if (bic_prime <= 2) "weak" else if (bic_prime <= 6) "positive" else if (bic_prime <= 10) "strong"
+                 else "very strong", if (fs_weight$bic_p > fs_both$bic_p) "saved" else "current"), "",
+         "Note: p-value for difference in LR is only valid if models are nested.")
+write_sample("stata-fitstat9.log", log)
+write_expected("stata-fitstat9.expected", expected)

@@ -51,6 +51,7 @@ inline const char* KindText(LikelihoodKind kind) {
     case LikelihoodKind::Pseudo: return "Pseudo";
     case LikelihoodKind::ConstantsDropped: return "ConstantsDropped";
     case LikelihoodKind::Scaled: return "Scaled";
+    case LikelihoodKind::Partial: return "Partial";
     case LikelihoodKind::None: return "None";
   }
   return "?";

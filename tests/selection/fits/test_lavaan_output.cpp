@@ -41,8 +41,33 @@ INSTANTIATE_TEST_SUITE_P(
         // code names the models.
         ExpectedFit{"Release05", "lavaan/release-0.5-layout.md", 0, "fit", 9, -3737.744927, 21, 301, 7517.49},
         ExpectedFit{"Release05Robust", "lavaan/release-0.5-layout.md", 1, "fit_mlr", 43, -3739.077421, 20, 301,
-                    7518.155}),
+                    7518.155},
+        // The log-likelihood sections of the same two summaries pasted
+        // alone: K from the count in each, n where it is pasted above.
+        ExpectedFit{"Release05Excerpt", "lavaan/release-0.5-excerpts.txt", 0, "release-0.5-excerpts (1)", 6,
+                    -3737.744927, 21, 301, 7517.49},
+        ExpectedFit{"Release05ExcerptRobust", "lavaan/release-0.5-excerpts.txt", 1, "release-0.5-excerpts (2)", 20,
+                    -3739.077421, 20, NA, 7518.155}),
     [](const auto& info) { return std::string(info.param.name); });
+
+// A whole summary, then another model's section with its own n pasted
+// below it, as release 0.6 prints it (no count of parameters there): each
+// number stays with its own model, K from the AIC.
+TEST(LavaanOutput, ASectionAfterASummaryIsAModelOfItsOwn) {
+  std::string text = testing_support::SampleText("lavaan/release-0.5-excerpts.txt");
+  text.insert(text.find("Model A"), "lavaan (0.5-23.1097) converged normally after  35 iterations\n\n");
+  text.insert(text.find("Loglikelihood", text.find("Model B")), "  Number of observations   280\n\n");
+  const std::size_t count = text.rfind("  Number of free parameters");
+  text.erase(count, text.find('\n', count) + 1 - count);
+  Diagnostics diagnostics;
+  const auto records = kLavaan.Read(text, "notes.txt", diagnostics);
+  ASSERT_EQ(records.size(), 2u);
+  EXPECT_EQ(records[0].logLik, -3737.745);
+  EXPECT_EQ(records[0].n, 301);
+  EXPECT_EQ(records[1].logLik, -3739.077);
+  EXPECT_EQ(records[1].n, 280);
+  EXPECT_EQ(records[1].k, 20);
+}
 
 TEST(LavaanOutput, LeastSquaresEstimatorHasNoLikelihood) {
   const std::string text = testing_support::SampleText("lavaan/wlsmv.txt");

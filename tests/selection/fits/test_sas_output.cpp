@@ -31,6 +31,17 @@ TEST(SasOutput, EveryNumberOfSixFitsIsRs) {
   EXPECT_TRUE(records[0].counting.empty());
 }
 
+// The same listing pasted into Markdown and into Quarto (knitr's "## "
+// before each line, indented under a list item): its form feeds lost, a
+// page still starts at its titles, named and numbered as the listing's.
+TEST(SasOutput, AListingPastedIntoADocumentReadsAsTheListing) {
+  for (const std::string document : {"md", "qmd"}) {
+    const std::string file = "sas/sas-listing." + document;
+    Diagnostics strict(true);
+    testing::ExpectRecords(kSas.Read(SampleText(file), file, strict), "sas/sas-listing-" + document + ".expected");
+  }
+}
+
 std::string Page(const std::string& procedure, const std::string& body) {
   return "\f                    Fits                          1\n\n                 The " + procedure +
          " Procedure\n\n                 Model Information\n\n" + body;

@@ -42,7 +42,13 @@ INSTANTIATE_TEST_SUITE_P(
         // N as 53,940, every long line wrapped at 60 with "> ", no stored names.
         Sample{"WrappedUnnamed", "stata/stata-diamonds.log", "stata/stata-diamonds.expected"},
         // regress: AIC without the residual variance; estat ic, all with AICc and CAIC columns.
-        Sample{"RegressAllCriteria", "stata/stata-regress.log", "stata/stata-regress.expected"}),
+        Sample{"RegressAllCriteria", "stata/stata-regress.log", "stata/stata-regress.expected"},
+        // arima fits each with its estat ic: one after dfuller's header, one fitted quietly.
+        Sample{"ArimaEachItsOwnTable", "stata/stata-arima.log", "stata/stata-arima.expected"},
+        // SPost 13's fitstat: one column, then Current and Saved beside their Difference; after regress.
+        Sample{"FitstatCurrentAndSaved", "stata/stata-fitstat.log", "stata/stata-fitstat.expected"},
+        // SPost 9's fitstat: measures two to a line, then using()'s columns.
+        Sample{"Fitstat9UsingColumns", "stata/stata-fitstat9.log", "stata/stata-fitstat9.expected"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 const std::string kTableHead =
@@ -129,6 +135,26 @@ TEST(StataOutput, APseudolikelihoodIsListedAsSuchAndNeverRanked) {
   } catch (const DataError& error) {
     EXPECT_EQ(std::string(error.what()).rfind("fits.log:1: model 'fits' cannot be ranked: Stata fitted it", 0), 0u)
         << error.what();
+  }
+}
+
+// A robust fit's kind stays its own through a postestimation command that
+// prints a header of its own (margins), and a fit quietly hides is known
+// by its options, stored by eststo's prefix under its name.
+TEST(StataOutput, TheFitInMemoryKeepsItsKind) {
+  const std::string row = " |         32  -21.61487  -5.029555       3   16.05911   20.45632\n";
+  const std::string table = ". estat ic\n" + kTableHead + "           ." + row + kTableEnd;
+  const std::string shown = ". logit am wt hp, vce(robust)\n\nLogistic regression   Number of obs = 32\n"
+                            "Log pseudolikelihood = -5.0295552\n\n. margins\n\nPredictive margins   Number of obs = 32\n\n";
+  const std::string hidden = ". quietly logit am wt hp, vce(robust)\n\n";
+  const std::string stored = ". eststo both: quietly logit am wt hp, vce(robust)\n\n. estimates stats both\n" +
+                             kTableHead + "        both" + row + kTableEnd;
+  for (const std::string& text : {shown + table, hidden + table, stored}) {
+    Diagnostics diagnostics;
+    const auto records = Read(text, diagnostics);
+    ASSERT_EQ(records.size(), 1u) << text;
+    EXPECT_EQ(records[0].kind, LikelihoodKind::Pseudo) << text;
+    EXPECT_EQ(records[0].line, 1) << text;
   }
 }
 
