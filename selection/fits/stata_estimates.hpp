@@ -2,8 +2,9 @@
 // Stata's table of estimates, as its estimation commands print it, for
 // importance and averages: a row a coefficient, its name left of the bar,
 // named as _b[] names it: "weight", "_cons", "2.rep78" (a level under its
-// factor's heading), "inflate:age" (under an equation's heading, which
-// stands at the left margin). Base and omitted levels are not estimated,
+// factor's heading; "B.wool" where the level shows its value label),
+// "inflate:age" (under an equation's heading, which stands at the left
+// margin). Base and omitted levels are not estimated,
 // and so not held; ancillary parameters ("/sigma", "/lnalpha" and what
 // follows them) are no terms; a constrained coefficient has no SE.
 #include <string>

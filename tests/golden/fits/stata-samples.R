@@ -1,5 +1,5 @@
-# Logistic regressions fitted in R and printed as Stata's text log prints
-# them, estimation output, `estat ic` and `estimates stats` tables and all,
+# Regressions fitted in R and printed as Stata's text log prints them,
+# estimation output, `estat ic` and `estimates stats` tables and all,
 # so that the Stata reader's every number can be held to R's logLik(),
 # AIC() and BIC() of the same fits.
 args <- commandArgs(trailingOnly = TRUE)
@@ -474,3 +474,57 @@ log <- c(log, logit_block("logit am wt", weight, FALSE, FALSE), ". fitstat, usin
          "Note: p-value for difference in LR is only valid if models are nested.")
 write_sample("stata-fitstat9.log", log)
 write_expected("stata-fitstat9.expected", expected)
+
+# nbreg with factor variables, their base levels shown: the table of
+# estimates names a level under its factor's heading, and puts the
+# dispersion below the coefficients (/lnalpha, then alpha), no term.
+nbreg_block <- function(command, fit) {
+  s <- summary(fit)$coefficients
+  alpha <- 1 / fit$theta
+  lnalpha_se <- fit$SE.theta / fit$theta
+  row <- function(name, est, se) {
+    z <- est / se
+    sprintf("%12s | %10s %10s %8.2f %7.3f %12s %11s", name, g(est), g(se), z, 2 * pnorm(-abs(z)),
+            g(est - 1.959964 * se), g(est + 1.959964 * se))
+  }
+  factor_rows <- function(variable) {
+    levels <- levels(warpbreaks[[variable]])
+    held <- paste0(variable, levels[-1])
+    if (!all(held %in% rownames(s))) return(character())
+    c(sprintf("%12s |", variable), sprintf("%12s | %10s  (base)", levels[1], "0"),
+      mapply(function(level, term) row(level, s[term, 1], s[term, 2]), levels[-1], held), sprintf("%12s |", ""))
+  }
+  ll <- as.numeric(logLik(fit))
+  c(paste(".", command), "", sprintf("Iteration 3:   log likelihood = %s", formatC(ll, digits = 8, format = "g")), "",
+    sprintf("%-56s%-14s= %6s", "Negative binomial regression", "Number of obs", nobs(fit)),
+    sprintf("%-56s%-14s= %6.4f", sprintf("Log likelihood = %s", formatC(ll, digits = 8, format = "g")),
+            "Pseudo R2", 0.05),
+    "", strrep("-", 78),
+    "      breaks | Coefficient  Std. err.      z    P>|z|     [95% conf. interval]",
+    paste0(strrep("-", 13), "+", strrep("-", 64)),
+    factor_rows("wool"), factor_rows("tension"), row("_cons", s["(Intercept)", 1], s["(Intercept)", 2]),
+    paste0(strrep("-", 13), "+", strrep("-", 64)), row("/lnalpha", log(alpha), lnalpha_se),
+    paste0(strrep("-", 13), "+", strrep("-", 64)),
+    sprintf("%12s | %10s %10s %40s", "alpha", g(alpha), g(alpha * lnalpha_se), ""),
+    strrep("-", 78), "")
+}
+nb_ic <- function(fit) {
+  c(". estat ic", "", "Akaike's information criterion and Bayesian information criterion", "", strrep("-", 77),
+    "       Model |          N   ll(null)  ll(model)      df        AIC        BIC",
+    paste0(strrep("-", 13), "+", strrep("-", 63)),
+    sprintf("%12s | %10s %10s %10s %7d %10s %10s", ".", nobs(fit), ".", g(as.numeric(logLik(fit))),
+            attr(logLik(fit), "df"), g(AIC(fit)), g(BIC(fit))), strrep("-", 77), "")
+}
+fits <- list(wool_and_tension = MASS::glm.nb(breaks ~ wool + tension, warpbreaks),
+             tension = MASS::glm.nb(breaks ~ tension, warpbreaks))
+commands <- c(wool_and_tension = "nbreg breaks i.wool i.tension, baselevels",
+              tension = "nbreg breaks i.tension, baselevels")
+log <- c(". sysuse warpbreaks, clear", "")
+expected <- data.frame()
+for (name in names(fits)) {
+  expected <- rbind(expected, expected_row(name, length(log) + 1, fits[[name]]))
+  log <- c(log, nbreg_block(commands[[name]], fits[[name]]), nb_ic(fits[[name]]),
+           paste(". estimates store", name), "")
+}
+write_sample("stata-nbreg.log", log)
+write_expected("stata-nbreg.expected", expected)

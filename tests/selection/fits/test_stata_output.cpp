@@ -48,7 +48,9 @@ INSTANTIATE_TEST_SUITE_P(
         // SPost 13's fitstat: one column, then Current and Saved beside their Difference; after regress.
         Sample{"FitstatCurrentAndSaved", "stata/stata-fitstat.log", "stata/stata-fitstat.expected"},
         // SPost 9's fitstat: measures two to a line, then using()'s columns.
-        Sample{"Fitstat9UsingColumns", "stata/stata-fitstat9.log", "stata/stata-fitstat9.expected"}),
+        Sample{"Fitstat9UsingColumns", "stata/stata-fitstat9.log", "stata/stata-fitstat9.expected"},
+        // nbreg: K counts lnalpha, which its table of estimates sets below the coefficients.
+        Sample{"NbregWithFactorLevels", "stata/stata-nbreg.log", "stata/stata-nbreg.expected"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 const std::string kTableHead =
