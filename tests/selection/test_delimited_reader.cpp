@@ -1,4 +1,5 @@
-// The reader against the ways real programs write delimited text.
+// The reader against the ways real programs write delimited text. Reading
+// ahead on a second thread is test_shared_reading's to check.
 #include "selection/input/delimited_reader.hpp"
 
 #include <gtest/gtest.h>
@@ -130,60 +131,6 @@ TEST(DelimitedReader, ReadFailureCarriesTheSystemsError) {
     EXPECT_EQ(error.ErrorNumber(), EBADF);
   }
   std::fclose(writeOnly);
-}
-
-// Reading ahead on a second thread hands out what reading on one gives:
-// the same records, lines and notes, and a fault of the file told after
-// the records before it, whether it falls in the first batch, later, or
-// only at the end.
-TEST(DelimitedReader, ReadingAheadReadsTheSame) {
-  const auto read = [](const std::string& text, bool ahead) {
-    auto file = MemoryInput(text);
-    std::vector<std::string> read;
-    Diagnostics diagnostics;
-    try {
-      DelimitedReader reader(file.get(), "big.csv", diagnostics, {64 * 1024, 4096});
-      bool first = true;
-      while (reader.Next()) {
-        read.push_back(Joined(reader.Fields()) + "@" + std::to_string(reader.Line()));
-        if (first && ahead) reader.ReadAhead();
-        first = false;
-      }
-    } catch (const DataError& error) {
-      read.push_back(error.what());
-    }
-    for (const Diagnostic& note : diagnostics.All()) read.push_back(note.text);
-    return read;
-  };
-  const auto rows = [](std::size_t count, std::size_t badAt, const std::string& bad) {
-    std::string text = "model,AIC\n";
-    for (std::size_t i = 1; i <= count; ++i) {
-      if (i == badAt) {
-        text += bad;
-      } else {
-        text.append(1, 'm').append(std::to_string(i)).append(1, ',').append(std::to_string(i)).append(1, '\n');
-      }
-      if (i % 1000 == 0) text += "\n";  // blank lines do not count as records
-    }
-    return text;
-  };
-  const std::string endless(70 * 1024, 'x');  // longer than a record may be
-  const std::string cases[] = {
-      rows(30000, 0, ""),                           // several full batches
-      rows(30000, 20000, "\"m,1\n"),              // a quote never closed, deep in
-      rows(30000, 3, endless),                      // a record too long, in the first batch
-      rows(20000, 19000, "caf\xe9,2\n"),          // Windows-1252 found late: a note
-      // Quotes doubled early, escaped by a backslash from deep in (a note;
-      // records after it split the other way), lines of separators and of
-      // empty quotes skipped, a field of one quote kept.
-      rows(30000, 5, "\"a \"\"b\"\"\",1\n") + rows(30000, 20000, "\"a \\\"b\\\" c\",1\n,,\n\"\",\"\"\n\"\"\"\"\n"),
-      rows(1, 0, ""),                               // one record: nothing left to read ahead
-  };
-  for (const std::string& text : cases) {
-    const std::vector<std::string> one = read(text, false);
-    EXPECT_EQ(read(text, true), one);
-    EXPECT_FALSE(one.empty());
-  }
 }
 
 }  // namespace

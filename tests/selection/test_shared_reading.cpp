@@ -2,7 +2,8 @@
 // table one thread gives: every cell, every warning in its order, and the
 // same first fault, wherever in the file the moments fall that change how
 // later records are read (the decimal mark decided, a column found not to
-// be a term) and wherever the faults stand among the batches.
+// be a term) and wherever the faults stand among the batches; and models
+// ranked by two threads as one thread ranks them.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -58,10 +59,10 @@ std::string Outcome(const std::string& text, const std::function<void(SelectionR
   return outcome;
 }
 
-// A file of kRecords models, each row made by `row` from its index (from 1).
-std::string File(const std::string& header, const std::function<std::string(int)>& row) {
+// A file of `records` models, each row made by `row` from its index (from 1).
+std::string File(const std::string& header, const std::function<std::string(int)>& row, int records = kRecords) {
   std::string text = header + '\n';
-  for (int i = 1; i <= kRecords; ++i) text += row(i) + '\n';
+  for (int i = 1; i <= records; ++i) text += row(i) + '\n';
   return text;
 }
 
@@ -110,6 +111,17 @@ TEST(SharedReading, TablesAndWarningsAsOneThreadReadsThem) {
                             r.load.seColumn = std::string("x_se");
                           },
                           "36364");
+}
+
+// Two threads sort the models and their names' hashes in halves and merge
+// them: the ranks, ties in file order and the repeated names are those one
+// thread finds, on a set large enough to split.
+TEST(SharedReading, TwoThreadsRankAsOne) {
+  // Values repeat every 997 models and names every 50000: ties and repeats
+  // fall in both halves.
+  const std::string models =
+      File("model,AIC", [](int i) { return Row({Name(i % 50000), Num(i * 7919 % 997)}); }, 100000);
+  ExpectOneThreadsOutcome(models, [](SelectionRequest&) {}, "the model name 'm1' is given twice (lines 2 and 50002)");
 }
 
 TEST(SharedReading, DecimalMarkDecidedLate) {
@@ -187,9 +199,10 @@ TEST(SharedReading, FirstFaultToldFirst) {
   // A negative SE of a term column, when the terms are read.
   ExpectOneThreadsOutcome(models(30000, "m,-1,3,1,-2"), [](SelectionRequest& r) { r.command = Command::AverageAll; },
                           "refused: m.csv:30001: column 'x_se' holds '-2', not a standard error");
-  // A fault of the reading itself, after every record before it.
+  // Faults of the reading itself, after every record before them.
   ExpectOneThreadsOutcome(models(25000, std::string("m,1,3,\0,1", 9)), table,
                           "refused: m.csv:25001: holds a NUL byte; this is not a text file");
+  ExpectOneThreadsOutcome(models(20000, "\"m,1,3,1,1"), table, "m.csv:20001: the quote opened on line 20001 is never");
   // Notes of the reading travel with their records: one found before the
   // first fault is told, one the reading thread found past it is not, as
   // one thread stops reading at the fault. The rows are long enough that

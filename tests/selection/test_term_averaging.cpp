@@ -1,5 +1,6 @@
 // Importance and the conditional and full averages of every term, on a set
-// small enough to work by hand, and the subsets they can be taken over.
+// small enough to work by hand. The subsets they can be taken over are
+// tests/golden/subsets.batch's.
 #include "selection/models/term_averaging.hpp"
 
 #include <gtest/gtest.h>
@@ -7,7 +8,6 @@
 #include <cmath>
 
 #include "selection/models/importance.hpp"
-#include "selection/models/subset.hpp"
 
 namespace drav::selection {
 namespace {
@@ -103,10 +103,6 @@ TEST(TermAveraging, ImportanceConditionalAndFullAverages) {
     }
   }
   const auto importance = Importance(coefficients, members, false);
-  // In file order with --no-sort.
-  const auto unsorted = Importance(coefficients, members, true);
-  EXPECT_EQ(unsorted[0].term, 0u);
-  EXPECT_EQ(unsorted[3].term, 3u);
   // y in every model is left out of the caution; x (2 models) against z (0).
   EXPECT_EQ(UnequalCountsWarning(coefficients, importance, 3),
             "terms appear in unequal numbers of models ('x' in 2, 'z' in 0 of 3); their summed weights do not "
@@ -128,59 +124,6 @@ TEST(TermAveraging, ModelsFarBehindStillAverage) {
   EXPECT_DOUBLE_EQ(a.estimate, 3);
   EXPECT_DOUBLE_EQ(a.se, 1);
   EXPECT_EQ(a.fullEstimate, 0);
-}
-
-struct SubsetCase {
-  const char* name;
-  SubsetOptions options;
-  std::vector<bool> kept;
-  double xImportance;  // over what is kept
-};
-
-void PrintTo(const SubsetCase& c, std::ostream* os) { *os << c.name; }
-
-class Subsets : public ::testing::TestWithParam<SubsetCase> {};
-
-TEST_P(Subsets, KeepByDeltaAndRankAndWeighAgain) {
-  const CandidateTable table = ThreeModels();
-  Diagnostics diagnostics;
-  const std::vector<bool> keep = SubsetMask(table, Rank(table, {}), GetParam().options, diagnostics);
-  EXPECT_EQ(keep, GetParam().kept);
-  EXPECT_TRUE(diagnostics.All().empty());
-  RankOptions options;
-  options.keep = &keep;
-  const auto ranked = Rank(table, options);
-  const Coefficients coefficients = FourTerms();
-  const auto members = MembersInTableOrder(ranked[0]);
-  EXPECT_NEAR(Importance(coefficients, members, true)[0].importance, GetParam().xImportance, 1e-15);
-}
-
-// x is held by A and B: over A and B it has importance 1; over all three
-// 8/9. Deltas are 0, 2 ln 3 = 2.197 and 2 ln 6 = 3.584.
-INSTANTIATE_TEST_SUITE_P(
-    Options, Subsets,
-    ::testing::Values(SubsetCase{"None", {}, {true, true, true}, 8.0 / 9},
-                      SubsetCase{"DeltaKeepsTwo", {.deltaMax = 2.2, .top = {}}, {true, true, false}, 1},
-                      SubsetCase{"DeltaOnTheEdgeKeepsIt", {.deltaMax = 2 * std::log(6.0), .top = {}}, {true, true, true}, 8.0 / 9},
-                      SubsetCase{"TopOne", {.deltaMax = {}, .top = 1}, {true, false, false}, 1},
-                      SubsetCase{"BothTheStricterWins", {.deltaMax = 3, .top = 3}, {true, true, false}, 1},
-                      SubsetCase{"DeltaZeroKeepsTheBest", {.deltaMax = 0, .top = {}}, {true, false, false}, 1}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST(Subsets, TopKeepsTiesAtTheCutWhateverTheFileOrder) {
-  // The second and third models tie; --top 2 must not keep whichever the
-  // file lists first. Both orders keep both, and say so.
-  for (const std::vector<double>& values : {std::vector<double>{0, 5, 5, 9}, std::vector<double>{5, 9, 5, 0}}) {
-    CandidateTable table;
-    table.sets = {""};
-    for (double v : values) table.models.push_back(Candidate{.model = "", .value = v});
-    Diagnostics diagnostics;
-    const auto keep = SubsetMask(table, Rank(table, {}), {.deltaMax = {}, .top = 2}, diagnostics);
-    for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(keep[i], values[i] < 9) << "model " << i;
-    ASSERT_EQ(diagnostics.All().size(), 1u);
-    EXPECT_EQ(diagnostics.All()[0].text, std::string{"--top 2 keeps 1 model more, tied with the model ranked 2 at delta 5; "
-                                              "tied models are kept together"});
-  }
 }
 
 }  // namespace

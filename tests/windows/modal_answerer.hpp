@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
 #include <QtTest>
@@ -33,15 +32,6 @@ class ModalAnswerer : public QObject {
     poll_.start();
   }
 
-  // Dismisses a message box and keeps its text in `messages`.
-  ModalAnswerer& AcceptMessage() {
-    answers_.push_back([this](QWidget* modal) {
-      auto* box = qobject_cast<QMessageBox*>(modal);
-      messages.push_back(box != nullptr ? box->text().toStdString() : "<not a message box>");
-      modal->close();
-    });
-    return *this;
-  }
   // Copies the text of a message box as a user quoting it would: a click
   // in the text, Ctrl+A and Ctrl+C. Keeps what reached the clipboard in
   // `messages`, and dismisses the box.

@@ -142,7 +142,7 @@ class ControlWndTest : public QObject {
     const int limit = QPixmapCache::cacheLimit();
     QVERIFY(limit > 0);
     ModalAnswerer answers;
-    answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/five-models.txt")).AcceptMessage().Cancel();
+    answers.ChooseFile(QStringLiteral(DRAV_SOURCE_DIR "/examples/five-models.txt")).CopyMessage().Cancel();
     const std::pair<const char*, const char*> runs[] = {{"report", "5"}, {"message", ""}, {"cancel", "5"}};
     for (const auto& [ending, count] : runs) {
       Press(w->clearBtn());
