@@ -61,4 +61,13 @@ for run in 1 2 3 4 5 6 7 8; do
   check "late note, two cores, run $run: status" 4 $?
   check "late note, two cores, run $run: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
 done
+# A fault the reading thread finds deep in (a quote never closed) ends the
+# run as on one core: the same refusal, not a table of what came before.
+awk 'BEGIN { print "model,AIC"; for (i = 1; i <= 60000; i++) print (i == 50000 ? "\"m" i : "m" i) "," i }' \
+  >"$tmp/quote.csv"
+taskset -c 0 "$bin" table "$tmp/quote.csv" >/dev/null 2>"$tmp/one-err"
+check "unclosed quote, one core: status" 4 $?
+"$bin" table "$tmp/quote.csv" >/dev/null 2>"$tmp/two-err"
+check "unclosed quote, two cores: status" 4 $?
+check "unclosed quote, two cores: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
 finish drav_report_threads
