@@ -15,10 +15,9 @@ namespace {
 
 using Options = std::function<void(LoadOptions&)>;
 
-// A table with what was said of it, by kind.
+// A table with the warnings said of it.
 struct Loaded {
   CandidateTable table;
-  std::vector<std::string> notes;
   std::vector<std::string> warnings;
 };
 
@@ -28,9 +27,9 @@ Loaded LoadSaying(const std::string& text, const Options& set = nullptr) {
   auto file = testing_support::MemoryInput(text);
   Diagnostics diagnostics;
   DelimitedReader reader(file.get(), "d.csv", diagnostics);
-  Loaded loaded{LoadCandidates(reader, options, diagnostics), {}, {}};
+  Loaded loaded{LoadCandidates(reader, options, diagnostics), {}};
   for (const Diagnostic& d : diagnostics.All()) {
-    (d.severity == Severity::Note ? loaded.notes : loaded.warnings).push_back(d.text);
+    if (d.severity != Severity::Note) loaded.warnings.push_back(d.text);
   }
   return loaded;
 }
@@ -135,24 +134,16 @@ TEST(Diagnostics, ARefusalCarriesWhereItLies) {
 TEST(Candidates, RoleNamedColumnsFollowWhatTheyHoldOrTheUser) {
   // N holds +, so it is a term's and n goes to nobs; K behaves as K.
   const std::string text = "model,N,K,nobs,logLik\na,+,3,20,-10\nb,NA,2,20,-11\n";
-  const Loaded loaded = LoadSaying(text);
-  CandidateTable table = loaded.table;
+  CandidateTable table = Load(text);
   EXPECT_EQ(table.criterion, Criterion::AICc);
   EXPECT_EQ(table.models[0].n, 20);
   EXPECT_EQ(table.models[0].k, 3);
-  EXPECT_EQ(loaded.notes, std::vector<std::string>{"column 'N' holds '+' on line 2, as a term's column does, so it "
-                                                  "is read as a term, not as n; --n N reads it as n"});
   // --k and --term decide against the cells: K a term, nobs read as K.
   table = Load(text, [](LoadOptions& o) { o.roles.k = "nobs"; o.roles.terms = {"K"}; o.criterion = Criterion::AIC; });
   EXPECT_EQ(table.models[0].k, 20);
   EXPECT_TRUE(std::isnan(table.models[0].n));
   // n smaller than K is no n.
   EXPECT_TRUE(std::isnan(Load("model,logLik,K,N\na,-10,5,3\n").models[0].n));
-}
-
-TEST(Criterion, NamesReadBack) {
-  for (Criterion c : kCriteria) EXPECT_EQ(CriterionNamed(Name(c)), c);
-  EXPECT_FALSE(CriterionNamed("dic"));
 }
 
 TEST(Candidates, OverdispersionFactorForAGivenQaicIsUsage) {
