@@ -54,12 +54,17 @@ awk 'BEGIN { print "model,loglik,k"
                else if (i == 39990) print "caf\351,-1,3"
                else printf "m%d-a-name-long-enough-to-fill-the-first-read,%d,3\n", i, -1000 - i % 50 } }' \
   >"$tmp/late.csv"
-taskset -c 0 "$bin" table "$tmp/late.csv" >/dev/null 2>"$tmp/one-err"
-check "late note, one core: status" 4 $?
-for run in 1 2 3 4 5 6 7 8; do
-  "$bin" table "$tmp/late.csv" >/dev/null 2>"$tmp/two-err"
-  check "late note, two cores, run $run: status" 4 $?
-  check "late note, two cores, run $run: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
+# The same with the byte a few records after the fault, in the records a
+# helper thread reads at once.
+sed '20006s/^m20005-a/caf\xe9-a/' "$tmp/late.csv" >"$tmp/near.csv"
+for file in late near; do
+  taskset -c 0 "$bin" table "$tmp/$file.csv" >/dev/null 2>"$tmp/one-err"
+  check "$file note, one core: status" 4 $?
+  for run in 1 2 3 4 5 6 7 8; do
+    "$bin" table "$tmp/$file.csv" >/dev/null 2>"$tmp/two-err"
+    check "$file note, two cores, run $run: status" 4 $?
+    check "$file note, two cores, run $run: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
+  done
 done
 # A fault the reading thread finds deep in (a quote never closed) ends the
 # run as on one core: the same refusal, not a table of what came before.
