@@ -75,6 +75,13 @@ check "unclosed quote, one core: status" 4 $?
 "$bin" table "$tmp/quote.csv" >/dev/null 2>"$tmp/two-err"
 check "unclosed quote, two cores: status" 4 $?
 check "unclosed quote, two cores: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
+# Criteria below and above zero (an AIC of a density may be negative) in a
+# table large enough that two threads sort it: the best is the lowest.
+awk 'BEGIN { print "model,AIC"
+             for (i = 1; i <= 300000; i++) print "m" i "," (i == 77777 ? "-100.75" : i % 2 ? "-100.5" : "100.5") }' \
+  >"$tmp/fractions.csv"
+check "fractions on two cores: the best" "1,m77777" "$("$bin" table --format csv "$tmp/fractions.csv" | sed -n 2p | cut -d, -f1-2)"
+
 # Quotes escaped by a backslash, as write.table writes them, first found
 # deep in: the records after the first are split the same way on two cores.
 awk 'BEGIN { print "model,AIC"
