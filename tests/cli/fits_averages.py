@@ -37,8 +37,8 @@ TOLERANCE = {
     "mtcars-aliased": (3e-4, 0),
     "orthodont-gls": (3e-4, 0),
     "warpbreaks-poisson": (3e-4, 0),
-    "spector-logit": (2e-3, 5e-4),
-    "spector-two-programs": (2e-3, 5e-4),
+    "grades-logit": (2e-3, 5e-4),
+    "grades-two-programs": (2e-3, 5e-4),
     "sleepstudy-lmer": (4e-2, 0),
     "holzinger-lavaan": (2e-3, 5e-4),
 }

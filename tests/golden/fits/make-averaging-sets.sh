@@ -171,51 +171,51 @@ summary(m3, fit.measures = TRUE)
 R
 rm holzinger-lavaan/models.csv holzinger-lavaan/tidy.csv
 
-# One set fitted in two programs: the Spector and Mazzeo logits without
+# One set fitted in two programs: logits of statsmodels' grades data without
 # PSI in R, those with it in statsmodels (formula names: "Intercept"),
 # averaged together under R's names by term-names.map. The expected
 # numbers are R's own over all eight fits.
-mkdir spector-two-programs
+mkdir grades-two-programs
 /usr/bin/python3 - <<'PY'
 import itertools, statsmodels.api as sm, statsmodels.formula.api as smf
 data = sm.datasets.spector.load_pandas().data
-data.to_csv("spector.csv.tmp", index=False)
-with open("spector-two-programs/statsmodels.txt", "w") as printed:
+data.to_csv("grades.csv.tmp", index=False)
+with open("grades-two-programs/statsmodels.txt", "w") as printed:
     for m in range(3):
         for subset in itertools.combinations(["GPA", "TUCE"], m):
             fit = smf.logit("GRADE ~ " + " + ".join(list(subset) + ["PSI"]), data).fit(disp=0)
             print(fit.summary(), file=printed)
             print(file=printed)
 PY
-batch spector-two-programs "m1, m2, m3, m4, m5, m6, m7, m8" <<'R'
-spector <- read.csv("spector.csv.tmp")
-m1 <- glm(GRADE ~ 1, family = binomial, data = spector)
-m2 <- glm(GRADE ~ GPA, family = binomial, data = spector)
-m3 <- glm(GRADE ~ TUCE, family = binomial, data = spector)
-m4 <- glm(GRADE ~ GPA + TUCE, family = binomial, data = spector)
+batch grades-two-programs "m1, m2, m3, m4, m5, m6, m7, m8" <<'R'
+grades <- read.csv("grades.csv.tmp")
+m1 <- glm(GRADE ~ 1, family = binomial, data = grades)
+m2 <- glm(GRADE ~ GPA, family = binomial, data = grades)
+m3 <- glm(GRADE ~ TUCE, family = binomial, data = grades)
+m4 <- glm(GRADE ~ GPA + TUCE, family = binomial, data = grades)
 summary(m1)
 summary(m2)
 summary(m3)
 summary(m4)
 # Fitted, not printed: statsmodels prints these.
-m5 <- glm(GRADE ~ PSI, family = binomial, data = spector)
-m6 <- glm(GRADE ~ GPA + PSI, family = binomial, data = spector)
-m7 <- glm(GRADE ~ TUCE + PSI, family = binomial, data = spector)
-m8 <- glm(GRADE ~ GPA + TUCE + PSI, family = binomial, data = spector)
+m5 <- glm(GRADE ~ PSI, family = binomial, data = grades)
+m6 <- glm(GRADE ~ GPA + PSI, family = binomial, data = grades)
+m7 <- glm(GRADE ~ TUCE + PSI, family = binomial, data = grades)
+m8 <- glm(GRADE ~ GPA + TUCE + PSI, family = binomial, data = grades)
 R
-mv spector-two-programs/fits.Rout spector-two-programs/r-glm.Rout
-rm spector-two-programs/models.csv spector-two-programs/tidy.csv spector.csv.tmp ../averaging.R.tmp
-printf 'Intercept = (Intercept)\n' >spector-two-programs/term-names.map
+mv grades-two-programs/fits.Rout grades-two-programs/r-glm.Rout
+rm grades-two-programs/models.csv grades-two-programs/tidy.csv grades.csv.tmp ../averaging.R.tmp
+printf 'Intercept = (Intercept)\n' >grades-two-programs/term-names.map
 
-# statsmodels: every subset of the Spector and Mazzeo predictors of a
+# statsmodels: every subset of the predictors of a
 # grade, as Logit fits, each summary() printed, all in one file.
-mkdir spector-logit
+mkdir grades-logit
 /usr/bin/python3 - <<'PY'
 import itertools, numpy as np, statsmodels.api as sm
 data = sm.datasets.spector.load_pandas().data
 predictors = ["GPA", "TUCE", "PSI"]
 fits = []
-with open("spector-logit/summaries.txt", "w") as printed:
+with open("grades-logit/summaries.txt", "w") as printed:
     for m in range(4):
         for subset in itertools.combinations(predictors, m):
             x = sm.add_constant(data[list(subset)], has_constant="add")
@@ -229,7 +229,7 @@ w = np.exp(-(aicc - aicc.min()) / 2); w /= w.sum()
 terms = []
 for f in fits:
     terms += [t for t in f.params.index if t not in terms]
-with open("spector-logit/expected.tsv", "w") as e:
+with open("grades-logit/expected.tsv", "w") as e:
     print("term\timportance\tmodels\testimate\tse\tfull_estimate\tfull_se", file=e)
     for t in terms:
         held = np.array([t in f.params.index for f in fits])
