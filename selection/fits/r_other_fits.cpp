@@ -192,16 +192,10 @@ std::optional<FitRecord> ReadClmFit(const Transcript& lines, std::size_t begin, 
 
 namespace {
 
-// The rows of the table under the line at `at`, to a blank line or the
-// significance codes.
+// The rows of the table under the line at `at`, as a coefficient table's
+// rows end.
 double TableRows(const Transcript& lines, std::size_t at, std::size_t end) {
-  double rows = 0;
-  for (std::size_t i = at + 1; i < end && !lines[i].command; ++i) {
-    const auto words = Words(lines[i].text);
-    if (!IsTableRow(words)) break;
-    ++rows;
-  }
-  return rows;
+  return static_cast<double>(ReadCoefficientTable(lines, at, end).terms.size());
 }
 
 // "Log-likelihood: -722.6 on 5 Df"

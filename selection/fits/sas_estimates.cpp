@@ -42,7 +42,7 @@ bool SasEstimates::Take(std::string_view line) {
     return std::find_if(words.begin(), words.end(), [&](std::string_view w) { return End(line, w) == end; });
   };
   const auto estimate = under(estimateEnd_);
-  if (estimate == words.end()) return rows_ = false;
+  if (estimate == words.end()) return false;
   rows_ = true;
   // The name ends where the first column of numbers starts: the DF where
   // it comes before the estimate (LOGISTIC, GENMOD), else the estimate.

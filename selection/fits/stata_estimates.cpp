@@ -36,7 +36,7 @@ bool StataEstimates::Take(std::string_view line) {
     return true;
   }
   const std::size_t bar = line.find('|');
-  if (bar == std::string_view::npos) return ended_ = false;
+  if (bar == std::string_view::npos) return false;
   const std::string name(Trimmed(line.substr(0, bar)));
   const auto words = Words(line.substr(bar + 1));
   if (words.empty()) {
