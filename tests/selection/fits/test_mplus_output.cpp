@@ -42,44 +42,8 @@ INSTANTIATE_TEST_SUITE_P(
                     -4127713, 12, 812344, 8255450, ML, 0.5}),
     [](const auto& info) { return std::string(info.param.name); });
 
-struct Refused {
-  const char* name;
-  std::string file;
-  std::string why;
-};
-
-class MplusWithoutLikelihood : public ::testing::TestWithParam<Refused> {};
-
-// Estimators without a likelihood and runs that did not end normally give
-// a record that cannot be ranked, saying why.
-TEST_P(MplusWithoutLikelihood, SaysWhy) {
-  Diagnostics diagnostics;
-  const auto records = kMplus.Read(testing_support::SampleText(GetParam().file), GetParam().file, diagnostics);
-  ASSERT_EQ(records.size(), 1u);
-  EXPECT_EQ(records[0].kind, LikelihoodKind::None);
-  EXPECT_TRUE(std::isnan(records[0].logLik));
-  ASSERT_FALSE(records[0].warnings.empty());
-  EXPECT_NE(records[0].warnings.back().find(GetParam().why), std::string::npos) << records[0].warnings.back();
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Samples, MplusWithoutLikelihood,
-    ::testing::Values(Refused{"Wlsmv", "mplus/wlsmv.out", "WLSMV estimator gives no maximised likelihood"},
-                      Refused{"Bayes", "mplus/bayes.out", "BAYES estimator gives no maximised likelihood"},
-                      Refused{"NotTerminated", "mplus/not-terminated.out",
-                              "DID NOT TERMINATE NORMALLY DUE TO A NON-ZERO DERIVATIVE OF THE OBSERVED-DATA LOGLIKELIHOOD."}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST(MplusOutput, RunsOneAfterAnotherAreModelsOfTheirOwn) {
-  const std::string text =
-      testing_support::SampleText("mplus/cfa-ml.out") + testing_support::SampleText("mplus/lca-three-classes.out");
-  Diagnostics diagnostics;
-  const auto records = kMplus.Read(text, "both.out", diagnostics);
-  ASSERT_EQ(records.size(), 2u);
-  EXPECT_EQ(records[0].k, 30);
-  EXPECT_EQ(records[1].model, "Three latent classes of six symptoms");
-  EXPECT_EQ(records[1].n, 1000);
-}
+// Runs that cannot be ranked, and runs one after another in one file, are
+// in tests/golden/fits.batch and fits-mplus.batch.
 
 // An empty text is refused: it has no line for a run to start on, and
 // reading one there read past the end of its lines.
