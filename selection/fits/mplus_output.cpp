@@ -189,7 +189,7 @@ std::vector<FitRecord> ReadMplusOutput(std::string_view text, ProgramOutput& out
     const std::size_t end = s + 1 < starts.size() ? starts[s + 1] : lines.size();
     records.push_back(ReadRun(lines, starts[s], end, output));
   }
-  output.NameUnnamed(records, Numbering::None);
+  output.NameUnnamed(records, Numbering::ByPlace);
   return records;
 }
 

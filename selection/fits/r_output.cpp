@@ -268,7 +268,7 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
     records.push_back(std::move(f.record));
   }
   ShareN(records);
-  output.NameUnnamed(records, Numbering::None);
+  output.NameUnnamed(records, Numbering::ByPlace);
   if (records.empty()) {
     std::string why = "R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
                       "anova() of fits, logLik())";
