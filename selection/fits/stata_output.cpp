@@ -264,6 +264,7 @@ class StataReader {
     std::vector<FitRecord> records;
     std::map<std::string, std::size_t> named;  // a model listed again (estat ic, then estimates stats)
     std::map<int, std::size_t> unnamed;  // by fit: estat ic typed twice after one fit
+    std::vector<std::int64_t> unseenFit;  // by record: the row whose fit the log does not show, or 0
     for (const Row& row : rows_) {
       int fitIndex = row.fit;
       std::string name = row.name;
@@ -285,12 +286,14 @@ class StataReader {
         if (fitIndex >= 0 && unnamed.contains(fitIndex)) continue;
         if (fitIndex >= 0) unnamed[fitIndex] = records.size();
         records.push_back(std::move(record));
+        unseenFit.push_back(fit ? 0 : row.line);
         continue;
       }
       const auto seen = named.find(name);
       if (seen == named.end()) {
         named[name] = records.size();
         records.push_back(std::move(record));
+        unseenFit.push_back(fit ? 0 : row.line);
         continue;
       }
       FitRecord& earlier = records[seen->second];
@@ -299,26 +302,27 @@ class StataReader {
                                   " with other numbers than before; the later are read");
         record.line = earlier.line;
         earlier = std::move(record);
+        unseenFit[seen->second] = fit ? 0 : row.line;
       }
     }
     NumberRepeatedNames(records);
-    // What is amiss waited in the warnings column for the name the model
-    // ends with; it is told once a model, whichever rows listed it.
-    for (FitRecord& record : records) {
-      for (std::string& text : std::exchange(record.warnings, {})) {
-        output_.Flag(record, std::move(text), record.line, "model '" + record.model + "': ");
+    // What is amiss waited for the name the model ends with (the file's,
+    // numbered, where the log names it "."); it is told once a model,
+    // whichever rows listed it.
+    for (std::size_t i = 0; i < records.size(); ++i) {
+      FitRecord& record = records[i];
+      const std::string label = "model '" + record.model + "': ";
+      if (unseenFit[i] != 0) {
+        output_.Note(label + "the log does not show the fit behind this row, so whether its likelihood is a "
+                             "pseudolikelihood cannot be told",
+                     unseenFit[i]);
       }
+      for (std::string& text : std::exchange(record.warnings, {})) output_.Flag(record, std::move(text), record.line, label);
     }
     return records;
   }
 
   FitRecord Record(const Row& row, const Fit* fit, const std::string& name) {
-    const std::string label = "model '" + name + "': ";
-    if (!fit) {
-      output_.Note(label + "the log does not show the fit behind this row, so whether its likelihood is a "
-                           "pseudolikelihood cannot be told",
-                   row.line);
-    }
     FitRecord record = output_.Model(fit ? fit->line : row.line);
     record.model = name;
     record.logLik = row.ll;
