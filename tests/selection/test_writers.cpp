@@ -7,10 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <random>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 #include "selection/output/delimited_writer.hpp"
@@ -151,6 +154,41 @@ TEST(Writers, FaultsOfEitherThreadReachTheCaller) {
     for (std::size_t line = 0; line < lines; line += 997) {
       EXPECT_EQ(std::stoul(written.substr(line * 64, 16)), line) << threads;
     }
+  }
+}
+
+// Two blocks that cannot be formatted, one on each thread: the earlier
+// block's fault is thrown, after the blocks before it, whichever thread
+// records its fault last. The earlier fails at its last row and the later
+// waits at its first for it, so that the later's fault mostly comes last;
+// it runs a few times, as which comes last is the threads' race.
+TEST(Writers, TheFirstOfTwoFaultyBlocksIsThrown) {
+  const std::size_t rows = 9 * kRowBlock;
+  for (int run = 0; run < 8; ++run) {
+    std::atomic<bool> firstThrown = false;
+    const auto format = [&](std::size_t begin, std::size_t end, std::string& text) {
+      for (std::size_t row = begin; row < end; ++row) {
+        if (row == 6 * kRowBlock - 1) {
+          firstThrown = true;
+          throw std::runtime_error("block 5");
+        }
+        if (row == 6 * kRowBlock) {
+          while (!firstThrown) std::this_thread::yield();
+          throw std::runtime_error("block 6");
+        }
+        text.append(std::to_string(row)).append(1, '\n');
+      }
+    };
+    std::size_t lines = 0;
+    OutputBuffer out([&lines](std::string_view chunk) { lines += std::count(chunk.begin(), chunk.end(), '\n'); }, 2);
+    try {
+      WriteRowBlocks(0, rows, out, format);
+      ADD_FAILURE() << "no fault";
+    } catch (const std::runtime_error& fault) {
+      EXPECT_STREQ(fault.what(), "block 5");
+    }
+    out.Flush();
+    EXPECT_EQ(lines, 5 * kRowBlock);
   }
 }
 
