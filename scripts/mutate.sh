@@ -24,6 +24,14 @@ cmake --build "$scratch/build" --parallel "$(nproc)" >/dev/null
 # that the suites do not make; fault tests stay. Start-up (app/) is reached
 # only by the end-to-end run, so its mutants get that run too.
 exclude='desktop_run|versus_r'
+# Unmutated, the copy must pass: a test that fails in it whatever the
+# mutant (a path or a permission of the copy) would count every mutant
+# killed.
+if ! ctest --test-dir "$scratch/build" --parallel "$(nproc)" -E "$exclude" --timeout 120 >"$scratch/ctest.log" 2>&1; then
+  grep -E '\((Failed|Timeout|SEGFAULT)' "$scratch/ctest.log" || true
+  echo "the suite fails on the unmutated copy in $scratch: no mutant can be judged" >&2
+  exit 1
+fi
 
 killed=0 survived=0 stale=0 stillborn=0
 survivors=()

@@ -123,6 +123,12 @@ def check(path, folder, program, src):
             keep = [e if "{ANY}" in e and matches(e, a) else a for e, a in zip(expected + [""] * len(actual), actual)]
             rewritten.append(f"> {field}" + ("" if ends else ", no line end"))
             rewritten.extend("| " + line if line else "|" for line in keep)
+        # A column padded to the source folder's path is as wide as the
+        # folder the tree is checked out in: such a case would pass here
+        # and fail in a clone elsewhere.
+        if any(re.search(r"\{src\}\S*  ", line) for text in texts for line in text.split("\n")):
+            problems.append("the source folder's path stands in a padded column, whose width then depends on "
+                            "where the tree is checked out: cd into the folder and name the file alone")
         written[case["at"]] = rewritten
         if problems:
             print(f"FAIL {os.path.basename(path)}:{case['line']}: $ {case['command']}")
