@@ -178,7 +178,10 @@ bool LooksLikeROutput(std::string_view text) {
           (text.find("Log-likelihood:") != std::string_view::npos ||
            text.find("Loglik(model)=") != std::string_view::npos || text.find("-2 log L:") != std::string_view::npos ||
            text.find("Residual standard error:") != std::string_view::npos ||
-           text.find("Likelihood ratio test=") != std::string_view::npos)) ||
+           text.find("Likelihood ratio test=") != std::string_view::npos ||
+           // print() of lm: R's, though it holds no likelihood, so that the
+           // refusal says why rather than that no program printed it.
+           text.find("lm(formula =") != std::string_view::npos)) ||
          (text.find("Formula:") != std::string_view::npos && text.find("df.resid") != std::string_view::npos) ||
          text.find("Residual deviance:") != std::string_view::npos ||
          (text.find("Degrees of Freedom:") != std::string_view::npos &&
