@@ -75,6 +75,18 @@ check "unclosed quote, one core: status" 4 $?
 "$bin" table "$tmp/quote.csv" >/dev/null 2>"$tmp/two-err"
 check "unclosed quote, two cores: status" 4 $?
 check "unclosed quote, two cores: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
+# The same in a coefficients file in long form, which the main thread reads
+# record by record while a second reads ahead: the fault is told, not taken
+# for the file's end (models without rows, "cut short?").
+awk 'BEGIN { print "model,AIC"; for (i = 1; i <= 30000; i++) print "m" i "," 1000 + i % 101 }' >"$tmp/cm.csv"
+awk 'BEGIN { print "model,term,estimate,std.error"
+             for (i = 1; i <= 30000; i++) { print "m" i ",x," i % 7 ".5,0.25"; print (i == 25000 ? "\"m" i : "m" i) ",z,1.5,0.5" } }' \
+  >"$tmp/cc.csv"
+taskset -c 0 "$bin" importance --coefficients "$tmp/cc.csv" "$tmp/cm.csv" >/dev/null 2>"$tmp/one-err"
+check "unclosed quote in coefficients, one core: status" 4 $?
+"$bin" importance --coefficients "$tmp/cc.csv" "$tmp/cm.csv" >/dev/null 2>"$tmp/two-err"
+check "unclosed quote in coefficients, two cores: status" 4 $?
+check "unclosed quote in coefficients, two cores: messages" "" "$(cmp "$tmp/one-err" "$tmp/two-err" 2>&1)"
 # Criteria below and above zero (an AIC of a density may be negative) in a
 # table large enough that two threads sort it: the best is the lowest.
 awk 'BEGIN { print "model,AIC"
