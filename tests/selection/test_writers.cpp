@@ -158,28 +158,43 @@ TEST(Writers, FaultsOfEitherThreadReachTheCaller) {
 }
 
 // Two blocks that cannot be formatted, one on each thread: the earlier
-// block's fault is thrown, after the blocks before it, whichever thread
-// records its fault last. The earlier fails at its last row and the later
-// waits at its first for it, so that the later's fault mostly comes last;
-// it runs a few times, as which comes last is the threads' race.
+// block's fault is thrown, after the blocks before it, though the later
+// block's fault is recorded last. The later block waits at its first row
+// until the earlier has thrown; the earlier waits at its last row until the
+// other thread has taken the later, where that thread can: always if the
+// helper holds the earlier block, and if the caller holds it, once three
+// blocks are written (blocks of a megabyte go to the sink whole). It runs
+// a few times, as which thread takes which block is the threads' race.
 TEST(Writers, TheFirstOfTwoFaultyBlocksIsThrown) {
   const std::size_t rows = 9 * kRowBlock;
-  for (int run = 0; run < 8; ++run) {
-    std::atomic<bool> firstThrown = false;
+  const std::thread::id caller = std::this_thread::get_id();
+  struct Raise {  // set as the throw leaves the earlier block
+    std::atomic<bool>& flag;
+    ~Raise() { flag = true; }
+  };
+  for (int run = 0; run < 16; ++run) {
+    std::atomic<bool> laterTaken = false;
+    std::atomic<bool> earlierThrown = false;
+    std::size_t lines = 0;  // written, by the caller
     const auto format = [&](std::size_t begin, std::size_t end, std::string& text) {
       for (std::size_t row = begin; row < end; ++row) {
         if (row == 6 * kRowBlock - 1) {
-          firstThrown = true;
+          if (std::this_thread::get_id() != caller || lines >= 3 * kRowBlock) {
+            while (!laterTaken) std::this_thread::yield();
+          }
+          Raise raise{earlierThrown};
           throw std::runtime_error("block 5");
         }
         if (row == 6 * kRowBlock) {
-          while (!firstThrown) std::this_thread::yield();
+          laterTaken = true;
+          while (!earlierThrown) std::this_thread::yield();
           throw std::runtime_error("block 6");
         }
-        text.append(std::to_string(row)).append(1, '\n');
+        std::string line = std::to_string(row);
+        line.resize(63, ' ');
+        text.append(line).append(1, '\n');
       }
     };
-    std::size_t lines = 0;
     OutputBuffer out([&lines](std::string_view chunk) { lines += std::count(chunk.begin(), chunk.end(), '\n'); }, 2);
     try {
       WriteRowBlocks(0, rows, out, format);
