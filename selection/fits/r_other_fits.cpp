@@ -35,11 +35,9 @@ namespace {
 
 // K from a printed AIC and log-likelihood, where they fix it to a whole number.
 std::optional<double> KFromAic(const Printed& aic, const Printed& logLik) {
-  const double k = aic.value / 2 + logLik.value;
-  const double blur = aic.halfUnit / 2 + logLik.halfUnit + 1e-9;
-  const double whole = std::round(k);
-  if (std::fabs(k - whole) > blur || whole < 0) return std::nullopt;
-  return whole;
+  const auto k = WholeNumber(aic.value / 2 + logLik.value, aic.halfUnit / 2 + logLik.halfUnit + 1e-9);
+  if (!k || *k < 0) return std::nullopt;
+  return k;
 }
 
 // The value under `heading` in a line of headings and the line of values
