@@ -24,7 +24,8 @@
 //                     log-likelihood itself only a null model prints, the
 //                     others leave it to logLik() printed after them.
 // A K worked out from two rounded numbers is taken only where it is a
-// whole number to within their rounding; else it is left unknown.
+// whole number to within their rounding; else it is left unknown, and the
+// listing's Derivation column says so.
 #include <algorithm>
 #include <cmath>
 
@@ -38,6 +39,11 @@ std::optional<double> KFromAic(const Printed& aic, const Printed& logLik) {
   const auto k = WholeNumber(aic.value / 2 + logLik.value, aic.halfUnit / 2 + logLik.halfUnit + 1e-9);
   if (!k || *k < 0) return std::nullopt;
   return k;
+}
+
+// Why KFromAic gave no K, for the listing's Derivation column.
+std::string NoWholeK(const Printed& aic, const Printed& logLik) {
+  return "K unknown: AIC/2 + logLik = " + Shown(aic.value / 2 + logLik.value) + ", no whole number as printed";
 }
 
 // The value under `heading` in a line of headings and the line of values
@@ -145,6 +151,8 @@ std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin,
     if (const auto k = KFromAic(*aic, *logLik)) {
       r.k = *k;
       r.derivation = "K = AIC/2 + logLik";
+    } else {
+      r.derivation = NoWholeK(*aic, *logLik);
     }
   } else if (coefficients && !structured && heading.find("least squares") != std::string_view::npos) {
     r.k = *coefficients + 1;
@@ -184,6 +192,8 @@ std::optional<FitRecord> ReadClmFit(const Transcript& lines, std::size_t begin, 
   if (const auto k = KFromAic(*aic, *logLik)) {
     r.k = *k;
     r.derivation = "K = AIC/2 + logLik; n = nobs";
+  } else {
+    r.derivation = NoWholeK(*aic, *logLik) + "; n = nobs";
   }
   return r;
 }
@@ -250,9 +260,12 @@ std::optional<FitRecord> ReadPolr(const Transcript& lines, std::size_t begin, st
   r.derivation = "logLik = -(Residual Deviance)/2; " + std::string(kNNotPrinted);
   if (aic) {
     r.aic = aic->value;
-    if (const auto k = KFromAic(*aic, {r.logLik, r.logLikHalfUnit})) {
+    const Printed logLik{r.logLik, r.logLikHalfUnit};
+    if (const auto k = KFromAic(*aic, logLik)) {
       r.k = *k;
       r.derivation += "; K = (AIC - Residual Deviance)/2";
+    } else {
+      r.derivation += "; " + NoWholeK(*aic, logLik);
     }
   }
   return r;
