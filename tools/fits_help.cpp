@@ -110,11 +110,13 @@ What each program must print; the programs are tried in this order:
                its coefficients + 1). ordinal's clm and clmm: logLik, AIC
                and nobs of their table. Any summary ending "Log-likelihood:
                X on K Df" (pscl, AER's tobit); survreg (K = its rows of
-               values, the log scale among them), polr (logLik = -Residual
-               Deviance/2) and bbmle's mle2 ("-2 log L:"). summary() of
-               lm: logLik from its residual standard error, K =
-               coefficients + 1. coxph: a partial likelihood, K the df of
-               its likelihood ratio test, n its events, logLik from
+               values, the log scale among them; print(): coefficients +
+               scales), polr (logLik = -Residual Deviance/2) and bbmle's
+               mle2 ("-2 log L:", print()'s "Log-likelihood:"); a print()
+               with no likelihood (zeroinfl, tobit) is refused by name.
+               summary() of lm: logLik from its residual standard error,
+               K = coefficients + 1. coxph: a partial likelihood, K the df
+               of its likelihood ratio test, n its events, logLik from
                logLik() printed after it. broom's glance() where its digits
                fix K = AIC/2 + logLik (a tibble's three do not: refused,
                saying how to print it in full). Each output is read up to

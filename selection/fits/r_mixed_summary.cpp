@@ -1,6 +1,6 @@
-// summary() and print() of an lme4 fit. An ML fit prints its AIC table
-// (older lme4 heads the -2 log-likelihood "deviance", newer "-2*log(L)"),
-// whose df.resid gives K = n - df.resid exactly. A REML fit prints only its
+// summary() and print() of an lme4 fit, and of a glmmTMB fit. An ML fit
+// prints its AIC table (older lme4 heads the -2 log-likelihood "deviance",
+// newer "-2*log(L)"), whose df.resid gives K = n - df.resid exactly. A REML fit prints only its
 // REML criterion: no AIC, and a likelihood that compares only fits with the
 // same fixed effects; its K is counted from the tables:
 //   K = fixed effects + sum over grouping factors of t(t+1)/2 for t terms
@@ -104,19 +104,24 @@ MixedSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::s
     } else if (line.starts_with("REML criterion at convergence:")) {
       summary.criterion = NumberAfter(line, "REML criterion at convergence:");
     } else if (line.starts_with("Number of obs:")) {
+      // lme4: "Number of obs: 180, groups:  Subject, 18"; glmmTMB's print():
+      // "Number of obs: 644 / Conditional model: site, 23".
       std::string_view count = line.substr(14);
-      count = Trimmed(count.substr(0, count.find(',')));
-      summary.obs = ReadPrinted(count);
+      const auto words = Words(count.substr(0, count.find(',')));
+      if (!words.empty()) summary.obs = ReadPrinted(words.front());
     } else if (line.starts_with("Random effects:")) {
       summary.random = RandomEffectParameters(lines, i, end, summary.residual, summary.randomNames);
     } else if (line.starts_with("Fixed effects:") || line.starts_with("Fixed Effects:")) {
       summary.coefficients = FixedEffects(lines, i, end);
       summary.fixed = static_cast<double>(summary.coefficients.terms.size());
-    } else if (line.starts_with("Conditional model:") && summary.coefficients.terms.empty() && i + 1 < end &&
-               lines[i + 1].text.find("Estimate") != std::string_view::npos) {
-      // glmmTMB's fixed effects; its zero-inflation and dispersion models
-      // have terms of their own, not averaged with these.
-      summary.coefficients = ReadCoefficientTable(lines, i + 1, end);
+    } else if (line.starts_with("Conditional model:") && summary.coefficients.terms.empty() && i + 1 < end) {
+      // glmmTMB's fixed effects, summary()'s table or print()'s names
+      // across (its variances' table, also headed so, holds no row of
+      // numbers); its zero-inflation and dispersion models have terms of
+      // their own, not averaged with these.
+      summary.coefficients = lines[i + 1].text.find("Estimate") != std::string_view::npos
+                                 ? ReadCoefficientTable(lines, i + 1, end)
+                                 : ReadCoefficientsAcross(lines, i + 1, end);
     }
   }
   return summary;

@@ -13,11 +13,13 @@
 //   summary() of any fit that ends "Log-likelihood: -722.6 on 5 Df"
 //                     (pscl's zeroinfl and hurdle, AER's tobit): K = Df,
 //                     n not printed;
-//   survreg's summary: "Loglik(model)=", K the rows of its table of
-//                     values (the log scale among them), n from "n=";
+//   survreg, summary() or print(): "Loglik(model)=", K the rows of the
+//                     summary's table of values (the log scale among them),
+//                     or print()'s coefficients and its scales; n from "n=";
 //   polr (summary() or print()): logLik = -(Residual Deviance)/2, K =
 //                     (AIC - Residual Deviance)/2, n not printed;
-//   bbmle's mle2 summary: "-2 log L:", K the rows of its coefficients;
+//   bbmle's mle2, summary() or print(): "-2 log L:" or "Log-likelihood:",
+//                     K its coefficients;
 //   survival's coxph, print() or summary(): a partial likelihood, K the df
 //                     of its likelihood ratio test (0 for a null model), n
 //                     the events, as R's nobs() counts them; the partial
@@ -157,6 +159,8 @@ std::optional<FitRecord> ReadNlmeFit(const Transcript& lines, std::size_t begin,
   } else if (coefficients && !structured && heading.find("least squares") != std::string_view::npos) {
     r.k = *coefficients + 1;
     r.derivation = "K = " + Shown(*coefficients) + " coefficients + 1 for the residual variance";
+  } else {
+    r.derivation = "K unknown: no AIC printed to give it; summary(fit) or logLik(fit) prints it";
   }
   return r;
 }
@@ -206,6 +210,20 @@ double TableRows(const Transcript& lines, std::size_t at, std::size_t end) {
   return static_cast<double>(ReadCoefficientTable(lines, at, end).terms.size());
 }
 
+// The coefficients under "Coefficients:" at `at`: summary()'s table, or
+// print()'s names across, of which one printed NA (aliased) is no parameter.
+double Coefficients(const Transcript& lines, std::size_t at, std::size_t end) {
+  if (at + 1 >= end) return 0;
+  const std::string_view next = lines[at + 1].text;
+  if (next.find("Estimate") != std::string_view::npos || next.find("Value") != std::string_view::npos) {
+    return TableRows(lines, at + 1, end);
+  }
+  const auto terms = ReadCoefficientsAcross(lines, at + 1, end).terms;
+  return static_cast<double>(std::count_if(terms.begin(), terms.end(), [](const PrintedTerm& t) {
+    return !std::isnan(t.estimate);
+  }));
+}
+
 // "Log-likelihood: -722.6 on 5 Df"
 bool ReadLogLikelihoodOnDf(std::string_view line, FitRecord& r) {
   const auto words = Words(line);
@@ -222,11 +240,18 @@ bool ReadLogLikelihoodOnDf(std::string_view line, FitRecord& r) {
 
 std::optional<FitRecord> ReadSurvreg(const Transcript& lines, std::size_t begin, std::size_t end, FitRecord r) {
   std::optional<double> rows;
+  std::optional<double> across;  // print(): the coefficients, to which the scales add
+  double scales = 0;
   for (std::size_t i = begin + 1; i < end; ++i) {
     if (lines[i].command) continue;
     const std::string_view line = Trimmed(lines[i].text);
     const auto words = Words(line);
     if (!rows && words.size() >= 2 && words[0] == "Value" && words[1] == "Std.") rows = TableRows(lines, i, end);
+    if (!rows && !across && line == "Coefficients:") across = Coefficients(lines, i, end);
+    // "Scale= 0.88" where one is estimated, "Scale fixed at 1" where none
+    // is, and "Scale:" over the strata's names and values where several are.
+    if (line.starts_with("Scale=")) scales = 1;
+    if (line == "Scale:" && i + 2 < end) scales = static_cast<double>(Words(lines[i + 2].text).size());
     if (line.starts_with("Loglik(model)=")) {
       const auto after = Words(line.substr(14));
       const auto logLik = after.empty() ? std::nullopt : ReadPrinted(after[0]);
@@ -242,6 +267,9 @@ std::optional<FitRecord> ReadSurvreg(const Transcript& lines, std::size_t begin,
   if (rows) {
     r.k = *rows;
     r.derivation = "K = the rows of the table of values, the log scale among them; logLik = Loglik(model)";
+  } else if (across) {
+    r.k = *across + scales;
+    r.derivation = "K = " + Shown(*across) + " coefficients + " + Shown(scales) + " scale; logLik = Loglik(model)";
   }
   return r;
 }
@@ -276,16 +304,21 @@ std::optional<FitRecord> ReadMle2(const Transcript& lines, std::size_t begin, st
   for (std::size_t i = begin + 1; i < end; ++i) {
     if (lines[i].command) continue;
     const std::string_view line = Trimmed(lines[i].text);
-    if (!rows && line.starts_with("Coefficients:")) rows = TableRows(lines, i + 1, end);
+    if (!rows && line.starts_with("Coefficients:")) rows = Coefficients(lines, i, end);
+    // summary() prints "-2 log L:", print() "Log-likelihood:".
     if (line.starts_with("-2 log L:")) {
       const auto twice = ReadPrinted(Trimmed(line.substr(9)));
       if (!twice) return std::nullopt;
       r.logLik = -twice->value / 2;
       r.logLikHalfUnit = twice->halfUnit / 2;
+      r.derivation = "logLik = -(-2 log L)/2; " + std::string(kNNotPrinted);
+    } else if (const auto ll = NumberAfter(line, "Log-likelihood:")) {
+      r.logLik = ll->value;
+      r.logLikHalfUnit = ll->halfUnit;
+      r.derivation = "logLik as printed; " + std::string(kNNotPrinted);
     }
   }
   if (std::isnan(r.logLik)) return std::nullopt;
-  r.derivation = "logLik = -(-2 log L)/2; " + std::string(kNNotPrinted);
   if (rows) {
     r.k = *rows;
     r.derivation += "; K = the rows of Coefficients";
@@ -334,7 +367,9 @@ std::optional<FitRecord> ReadCoxph(const Transcript& lines, std::size_t begin, s
 
 std::optional<FitRecord> ReadCallFit(const Transcript& lines, std::size_t begin, std::size_t end,
                                      ProgramOutput& output) {
-  const std::string call = PrintedCall(lines, begin, end);
+  const std::string printed = PrintedCall(lines, begin, end);
+  std::string_view call = printed;  // without a package's "MASS::"
+  if (const std::size_t colons = call.find("::"); colons < call.find('(')) call.remove_prefix(colons + 2);
   FitRecord r = output.Model(lines[begin].number);
   r.model = CallFormula(lines, begin, end);
   if (call.starts_with("survreg(")) return ReadSurvreg(lines, begin, end, std::move(r));

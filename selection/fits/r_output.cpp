@@ -30,6 +30,21 @@ bool StartsGlmmTmb(const Transcript& lines, std::size_t i) {
   return true;
 }
 
+// glmmTMB's print() heads its fit with the formula and the AIC table
+// under it ("AIC BIC logLik df.resid", no deviance as its summary and lme4
+// print); the formula may wrap, and a "Data:" line may stand between.
+bool StartsGlmmTmbPrint(const Transcript& lines, std::size_t i) {
+  if (!Trimmed(lines[i].text).starts_with("Formula:")) return false;
+  for (std::size_t j = i + 1; j < lines.size() && j < i + 8 && !lines[j].command; ++j) {
+    const auto words = Words(lines[j].text);
+    if (words.empty()) return false;
+    if (words.size() == 4 && words[0] == "AIC" && words[1] == "BIC" && words[2] == "logLik" && words[3] == "df.resid") {
+      return true;
+    }
+  }
+  return false;
+}
+
 Piece PieceAt(const Transcript& lines, std::size_t i) {
   if (lines[i].command) return Piece::None;
   const std::string_view line = Trimmed(lines[i].text);
@@ -47,7 +62,10 @@ Piece PieceAt(const Transcript& lines, std::size_t i) {
     const bool glm = call.starts_with("glm(") || call.starts_with("glm.nb(") || call.find("::glm") != std::string_view::npos;
     return glm ? Piece::Glm : Piece::Other;
   }
-  if (line.find("mixed model fit by") != std::string_view::npos || StartsGlmmTmb(lines, i)) return Piece::Mixed;
+  if (line.find("mixed model fit by") != std::string_view::npos || StartsGlmmTmb(lines, i) ||
+      StartsGlmmTmbPrint(lines, i)) {
+    return Piece::Mixed;
+  }
   if (IsAicTableHeading(line)) return Piece::AicTable;
   if (IsNlmeHeading(line)) return Piece::Nlme;
   if (IsClmHeading(line)) return Piece::Clm;
@@ -169,8 +187,30 @@ std::set<std::string, std::less<>> CoxObjects(const Transcript& lines) {
   return objects;
 }
 
+// "Call:" over a call ("zeroinfl(formula = ...") or with it on its line,
+// knitr's "## " before them or not: how R prints any fit, with a
+// likelihood or not.
+bool HoldsPrintedCall(std::string_view text) {
+  for (std::size_t at = text.find("Call:"); at != std::string_view::npos; at = text.find("Call:", at + 5)) {
+    const std::size_t line = text.rfind('\n', at) + 1;  // npos + 1 is 0
+    if (text.substr(line, at - line).find_first_not_of("# ") != std::string_view::npos) continue;
+    std::string_view rest = text.substr(at + 5);
+    const std::size_t first = rest.find_first_not_of("# \t\r\n");
+    if (first == std::string_view::npos) return false;
+    rest = rest.substr(first);
+    const std::size_t open = rest.find('(');
+    if (open == std::string_view::npos || open > rest.find('\n')) continue;
+    std::string_view function = rest.substr(0, open);
+    if (const std::size_t colons = function.rfind("::"); colons != std::string_view::npos) {
+      function = function.substr(colons + 2);
+    }
+    if (IsName(function)) return true;
+  }
+  return false;
+}
+
 bool LooksLikeROutput(std::string_view text) {
-  return text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) ||
+  return text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) || HoldsPrintedCall(text) ||
          text.find("mixed-effects model fit by") != std::string_view::npos ||
          text.find("least squares fit by") != std::string_view::npos ||
          text.find("link  threshold nobs logLik AIC") != std::string_view::npos ||
@@ -252,9 +292,17 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
         if (!why.empty()) skipped.emplace_back(lines[i].number, why);
         break;
       }
-      case Piece::Other:
-        add(ReadCallFit(lines, i, end, output));
+      case Piece::Other: {
+        auto record = ReadCallFit(lines, i, end, output);
+        if (!record) {
+          const std::string call = PrintedCall(lines, i, end);
+          skipped.emplace_back(lines[i].number, call.substr(0, call.find('(')) +
+                                                    "() as printed here shows no log-likelihood that Drav reads; "
+                                                    "print logLik(fit) after it");
+        }
+        add(std::move(record));
         break;
+      }
       case Piece::None: break;
     }
     i = end - 1;

@@ -345,6 +345,27 @@ summary(m2)
 R
 sample rmarkdown-glms html knitr-markdown-html "m1 ML, m2 ML"
 
+# Fits printed by print() alone, a file each: no summary or glm beside
+# them to say whose output the file is. survreg's print() counts its
+# scale apart from its coefficients: one estimated (weibull), none
+# (exponential), one a stratum.
+cat >FITS.R <<'R'
+suppressMessages({library(MASS); library(bbmle); library(glmmTMB); library(survival)})
+pr <- polr(Sat ~ Infl + Type + Cont, weights = Freq, data = housing)
+set.seed(1); d <- data.frame(y = rpois(40, 3), x = runif(40))
+p2 <- mle2(y ~ dpois(lambda = exp(a + b * x)), start = list(a = 0, b = 0), data = d)
+tm <- glmmTMB(count ~ mined + (1 | site), family = poisson, data = Salamanders)
+sw <- survreg(Surv(futime, fustat) ~ ecog.ps + rx, data = ovarian, dist = "weibull")
+se <- survreg(Surv(futime, fustat) ~ ecog.ps + rx, data = ovarian, dist = "exponential")
+ss <- survreg(Surv(time, status) ~ age + strata(sex), data = lung)
+R
+for fit in pr p2 tm sw se ss; do
+  echo "$fit" >SHOW.R
+  case $fit in pr) name=polr ;; p2) name=mle2 ;; tm) name=glmmtmb ;; sw) name=survreg-weibull ;;
+    se) name=survreg-exponential ;; ss) name=survreg-strata ;; esac
+  sample "print-alone-$name" txt rscript "$fit ML"
+done
+
 # statsmodels: OLS and the same model as a Gaussian GLM, a discrete
 # negative binomial, MixedLM by REML and by ML, and summary2() layouts.
 # K counts every estimated parameter: the variance of OLS and of the
