@@ -211,17 +211,15 @@ double TableRows(const Transcript& lines, std::size_t at, std::size_t end) {
 }
 
 // The coefficients under "Coefficients:" at `at`: summary()'s table, or
-// print()'s names across, of which one printed NA (aliased) is no parameter.
+// print()'s names across. One printed NA (aliased) counts as well: R's
+// logLik() of a survreg counts it, as the rows of its summary do.
 double Coefficients(const Transcript& lines, std::size_t at, std::size_t end) {
   if (at + 1 >= end) return 0;
   const std::string_view next = lines[at + 1].text;
   if (next.find("Estimate") != std::string_view::npos || next.find("Value") != std::string_view::npos) {
     return TableRows(lines, at + 1, end);
   }
-  const auto terms = ReadCoefficientsAcross(lines, at + 1, end).terms;
-  return static_cast<double>(std::count_if(terms.begin(), terms.end(), [](const PrintedTerm& t) {
-    return !std::isnan(t.estimate);
-  }));
+  return static_cast<double>(ReadCoefficientsAcross(lines, at + 1, end).terms.size());
 }
 
 // "Log-likelihood: -722.6 on 5 Df"
@@ -247,7 +245,8 @@ std::optional<FitRecord> ReadSurvreg(const Transcript& lines, std::size_t begin,
     const std::string_view line = Trimmed(lines[i].text);
     const auto words = Words(line);
     if (!rows && words.size() >= 2 && words[0] == "Value" && words[1] == "Std.") rows = TableRows(lines, i, end);
-    if (!rows && !across && line == "Coefficients:") across = Coefficients(lines, i, end);
+    // "Coefficients: (1 not defined because of singularities)" where one is aliased.
+    if (!rows && !across && line.starts_with("Coefficients:")) across = Coefficients(lines, i, end);
     // "Scale= 0.88" where one is estimated, "Scale fixed at 1" where none
     // is, and "Scale:" over the strata's names and values where several are.
     if (line.starts_with("Scale=")) scales = 1;

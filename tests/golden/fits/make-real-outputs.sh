@@ -348,7 +348,8 @@ sample rmarkdown-glms html knitr-markdown-html "m1 ML, m2 ML"
 # Fits printed by print() alone, a file each: no summary or glm beside
 # them to say whose output the file is. survreg's print() counts its
 # scale apart from its coefficients: one estimated (weibull), none
-# (exponential), one a stratum.
+# (exponential), one a stratum; an aliased coefficient, printed NA, counts
+# in its logLik()'s df all the same.
 cat >FITS.R <<'R'
 suppressMessages({library(MASS); library(bbmle); library(glmmTMB); library(survival)})
 pr <- polr(Sat ~ Infl + Type + Cont, weights = Freq, data = housing)
@@ -358,11 +359,12 @@ tm <- glmmTMB(count ~ mined + (1 | site), family = poisson, data = Salamanders)
 sw <- survreg(Surv(futime, fustat) ~ ecog.ps + rx, data = ovarian, dist = "weibull")
 se <- survreg(Surv(futime, fustat) ~ ecog.ps + rx, data = ovarian, dist = "exponential")
 ss <- survreg(Surv(time, status) ~ age + strata(sex), data = lung)
+sa <- survreg(Surv(futime, fustat) ~ ecog.ps + rx + I(2 * rx), data = ovarian)
 R
-for fit in pr p2 tm sw se ss; do
+for fit in pr p2 tm sw se ss sa; do
   echo "$fit" >SHOW.R
   case $fit in pr) name=polr ;; p2) name=mle2 ;; tm) name=glmmtmb ;; sw) name=survreg-weibull ;;
-    se) name=survreg-exponential ;; ss) name=survreg-strata ;; esac
+    se) name=survreg-exponential ;; ss) name=survreg-strata ;; sa) name=survreg-aliased ;; esac
   sample "print-alone-$name" txt rscript "$fit ML"
 done
 
