@@ -219,7 +219,6 @@ bool LooksLikeROutput(std::string_view text) {
            text.find("Loglik(model)=") != std::string_view::npos || text.find("-2 log L:") != std::string_view::npos ||
            text.find("Residual standard error:") != std::string_view::npos ||
            text.find("Likelihood ratio test=") != std::string_view::npos ||
-           text.find("Residual Deviance:") != std::string_view::npos ||  // polr, print() or summary()
            // print() of lm: R's, though it holds no likelihood, so that the
            // refusal says why rather than that no program printed it.
            text.find("lm(formula =") != std::string_view::npos)) ||
