@@ -16,13 +16,20 @@ namespace {
 // further terms of the group leave it blank.
 // Their names, group and term ("Subject (Intercept)"), go to `names`: no
 // term to average.
-double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size_t end, bool& residual,
-                              std::vector<std::string>& names) {
+// A console narrower than the table wraps it: its variances stand in a
+// block of their own below the names, which then count nothing (nullopt),
+// and a correlation column that did not fit follows the rows, headed
+// "Corr", with no variance in it.
+std::optional<double> RandomEffectParameters(const Transcript& lines, std::size_t at, std::size_t end,
+                                             bool& residual, std::vector<std::string>& names) {
   // An output cut off after the heading has no table to count.
   if (at + 1 >= end) return 0;
   const std::string_view header = lines[at + 1].text;
   const std::size_t nameColumn = header.find("Name");
   if (nameColumn == std::string_view::npos) return 0;
+  if (header.find("Variance") == std::string_view::npos && header.find("Std.Dev.") == std::string_view::npos) {
+    return std::nullopt;
+  }
   double parameters = 0;
   double terms = 0;
   std::string_view last;
@@ -30,6 +37,8 @@ double RandomEffectParameters(const Transcript& lines, std::size_t at, std::size
   for (std::size_t i = at + 2; i < end && !lines[i].command; ++i) {
     const std::string_view row = lines[i].text;
     if (Trimmed(row).empty() || StartsWithWord(row, "Number of obs")) break;
+    const auto cells = Words(row);
+    if (std::none_of(cells.begin(), cells.end(), [](std::string_view w) { return ReadPrinted(w).has_value(); })) break;
     const std::string_view group = Trimmed(row.substr(0, std::min(nameColumn, row.size())));
     if (group == "Residual") {
       residual = true;
@@ -56,9 +65,11 @@ CoefficientRows FixedEffects(const Transcript& lines, std::size_t at, std::size_
   return at + 1 < end ? ReadCoefficientTable(lines, at + 1, end) : CoefficientRows{};
 }
 
-// A formula after "Formula:", going on, indented, until the Data: line.
+// A formula after "Formula:", going on, indented, until the Data: line;
+// on the line below where a narrow console left no room beside it.
 std::string Formula(const Transcript& lines, std::size_t at, std::size_t end) {
   std::string formula(Trimmed(Trimmed(lines[at].text).substr(8)));
+  if (formula.empty() && at + 1 < end && !lines[at + 1].command) formula = Trimmed(lines[++at].text);
   for (std::size_t j = at + 1; j < end && lines[j].text.starts_with("  ") && !lines[j].command; ++j) {
     const std::string_view more = Trimmed(lines[j].text);
     if (more.find(':') != std::string_view::npos && !more.starts_with("(")) break;
@@ -73,22 +84,36 @@ struct MixedSummary {
   std::string formula;
   std::optional<Printed> criterion, deviance, logLik, aic, bic, dfResid, obs;
   double fixed = 0;
-  double random = 0;
+  std::optional<double> random = 0;  // none where a narrow console wrapped the table
   bool residual = false;
   CoefficientRows coefficients;
   std::vector<std::string> randomNames;
 };
 
-// The AIC table: a line of headings, the values under them on the next.
-void ReadAicTable(const std::vector<std::string_view>& headings, const std::vector<std::string_view>& values,
-                  MixedSummary& summary) {
-  for (std::size_t w = 0; w < headings.size() && w < values.size(); ++w) {
-    const auto value = ReadPrinted(values[w]);
-    if (headings[w] == "AIC") summary.aic = value;
-    if (headings[w] == "BIC") summary.bic = value;
-    if (headings[w] == "logLik") summary.logLik = value;
-    if (headings[w] == "deviance" || headings[w] == "-2*log(L)") summary.deviance = value;
-    if (headings[w] == "df.resid") summary.dfResid = value;
+bool IsCriterionHeading(std::string_view word) {
+  return word == "AIC" || word == "BIC" || word == "logLik" || word == "deviance" || word == "-2*log(L)" ||
+         word == "df.resid";
+}
+
+// The table of criteria from `at`: a line of headings, the values under
+// them on the next; a console narrower than the table puts the headings
+// that did not fit, with their values, on the lines below.
+void ReadCriteria(const Transcript& lines, std::size_t at, std::size_t end, MixedSummary& summary) {
+  for (; at + 1 < end && !lines[at + 1].command; at += 2) {
+    const auto headings = Words(lines[at].text);
+    const auto values = Words(lines[at + 1].text);
+    if (headings.empty() || headings.size() != values.size() ||
+        !std::all_of(headings.begin(), headings.end(), IsCriterionHeading)) {
+      break;
+    }
+    for (std::size_t w = 0; w < headings.size(); ++w) {
+      const auto value = ReadPrinted(values[w]);
+      if (headings[w] == "AIC") summary.aic = value;
+      if (headings[w] == "BIC") summary.bic = value;
+      if (headings[w] == "logLik") summary.logLik = value;
+      if (headings[w] == "deviance" || headings[w] == "-2*log(L)") summary.deviance = value;
+      if (headings[w] == "df.resid") summary.dfResid = value;
+    }
   }
 }
 
@@ -99,10 +124,14 @@ MixedSummary ReadSummaryLines(const Transcript& lines, std::size_t begin, std::s
     const std::string_view line = Trimmed(lines[i].text);
     if (line.starts_with("Formula:") && summary.formula.empty()) {
       summary.formula = Formula(lines, i, end);
-    } else if (const auto words = Words(line); words.size() >= 4 && words[0] == "AIC" && words[2] == "logLik") {
-      ReadAicTable(words, i + 1 < end ? Words(lines[i + 1].text) : std::vector<std::string_view>(), summary);
+    } else if (const auto words = Words(line); words.size() >= 3 && words[0] == "AIC" && words[2] == "logLik") {
+      ReadCriteria(lines, i, end, summary);
     } else if (line.starts_with("REML criterion at convergence:")) {
       summary.criterion = NumberAfter(line, "REML criterion at convergence:");
+      // A narrow console puts the value on the line below.
+      if (!summary.criterion && line == "REML criterion at convergence:" && i + 1 < end && !lines[i + 1].command) {
+        summary.criterion = ReadPrinted(Trimmed(lines[i + 1].text));
+      }
     } else if (line.starts_with("Number of obs:")) {
       // lme4: "Number of obs: 180, groups:  Subject, 18"; glmmTMB's print():
       // "Number of obs: 644 / Conditional model: site, 23".
@@ -168,16 +197,23 @@ void WarnOfConvergence(const Transcript& lines, std::size_t begin, std::size_t e
 std::optional<FitRecord> ReadMixedNumbers(const Transcript& lines, std::size_t begin, std::size_t end,
                                           ProgramOutput& output) {
   FitRecord r = output.Model(lines[begin].number);
-  const bool reml = lines[begin].text.find("fit by REML") != std::string_view::npos;
+  // "... fit by REML" or, in a narrow console, "... fit by" over "REML".
+  std::string heading(Trimmed(lines[begin].text));
+  if (heading.ends_with("fit by") && begin + 1 < end) heading.append(" ").append(Trimmed(lines[begin + 1].text));
+  const bool reml = heading.find("fit by REML") != std::string::npos;
   MixedSummary summary = ReadSummaryLines(lines, begin, end);
   r.model = summary.formula;
   r.notTerms = std::move(summary.randomNames);
   TakeTerms(std::move(summary.coefficients), r);
   if (summary.obs) r.n = summary.obs->value;
-  const double counted = summary.fixed + summary.random + (summary.residual ? 1 : 0);
-  const std::string counting = "K = " + Shown(summary.fixed) + " fixed effects + " + Shown(summary.random) +
+  const double random = summary.random.value_or(0);
+  const double counted = summary.fixed + random + (summary.residual ? 1 : 0);
+  const std::string counting = "K = " + Shown(summary.fixed) + " fixed effects + " + Shown(random) +
                                " variance and correlation parameters" +
                                (summary.residual ? " + 1 residual variance" : "");
+  constexpr std::string_view kWrapped =
+      "R wrapped its table of random effects (a console narrower than the table), so K is unknown; "
+      "print it wider, after options(width = 120)";
   if (reml) {
     if (!summary.criterion) return std::nullopt;
     r.kind = LikelihoodKind::REML;
@@ -185,6 +221,10 @@ std::optional<FitRecord> ReadMixedNumbers(const Transcript& lines, std::size_t b
     r.logLikHalfUnit = summary.criterion->halfUnit / 2;
     if (r.termsCutOff) {
       output.Flag(r, "R printed its fixed effects only in part (max.print), so K is unknown", r.line);
+      return r;
+    }
+    if (!summary.random) {
+      output.Flag(r, std::string(kWrapped), r.line);
       return r;
     }
     r.k = counted;
@@ -198,6 +238,8 @@ std::optional<FitRecord> ReadMixedNumbers(const Transcript& lines, std::size_t b
   if (summary.dfResid && summary.obs) {
     r.k = summary.obs->value - summary.dfResid->value;
     AddStep(r.derivation, "K = n - df.resid = " + Shown(summary.obs->value) + " - " + Shown(summary.dfResid->value));
+  } else if (!summary.random) {
+    output.Flag(r, std::string(kWrapped), r.line);
   } else if (counted > 0 && !r.termsCutOff) {
     r.k = counted;
     AddStep(r.derivation, counting);

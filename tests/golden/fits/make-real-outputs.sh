@@ -368,6 +368,26 @@ for fit in pr p2 tm sw se ss sa; do
   sample "print-alone-$name" txt rscript "$fit ML"
 done
 
+# A console 30 or 40 characters wide, as a narrow pane of an IDE sets it:
+# R wraps lme4's and glmmTMB's table of criteria (df.resid on lines of its
+# own), puts the formula under "Formula:" and the correlations of the
+# random effects below their rows, or at 30 their variances in a block
+# below their names.
+cat >FITS.R <<'R'
+suppressMessages({library(lme4); library(glmmTMB)})
+f1 <- lmer(Reaction ~ Days + (Days | Subject), sleepstudy, REML = FALSE)
+f2 <- lmer(Reaction ~ Days + (Days | Subject), sleepstudy)
+tm <- glmmTMB(count ~ mined + (1 | site), family = poisson, data = Salamanders)
+R
+cat >SHOW.R <<'R'
+options(width = 30)
+summary(f1)
+options(width = 40)
+summary(f2)
+summary(tm)
+R
+sample narrow-console txt rscript "f1 ML, f2 REML, tm ML"
+
 # statsmodels: OLS and the same model as a Gaussian GLM, a discrete
 # negative binomial, MixedLM by REML and by ML, and summary2() layouts.
 # K counts every estimated parameter: the variance of OLS and of the
