@@ -109,7 +109,13 @@ std::optional<Printed> ReadPrinted(std::string_view word, bool fortranExponent) 
     }
   }
   const std::size_t point = mantissa.find('.');
-  const std::int64_t decimals = point == std::string_view::npos ? 0 : static_cast<std::int64_t>(mantissa.size() - point - 1);
+  std::int64_t decimals = point == std::string_view::npos ? 0 : static_cast<std::int64_t>(mantissa.size() - point - 1);
+  // A whole number's trailing zeros may be rounding, not digits: R prints
+  // an AIC of 18913.95 to four significant digits as "18910", which fixes
+  // it only to within 5.
+  if (point == std::string_view::npos && value != 0) {
+    for (std::size_t i = mantissa.size(); i-- > 0 && mantissa[i] == '0';) --decimals;
+  }
   const auto scale = static_cast<int>(std::clamp(exponent - decimals, -kFarthest, kFarthest));
   return Printed{value, 0.5 * PowerOfTen(scale)};
 }
@@ -156,7 +162,8 @@ std::optional<Printed> ReadGrouped(std::string_view word, char group, bool decim
 
 std::optional<double> WholeNumber(double x, double tolerance) {
   const double whole = std::round(x);
-  if (std::fabs(x - whole) > tolerance) return std::nullopt;
+  // Within half a unit every number is near a whole one: that fixes none.
+  if (tolerance >= 0.5 || std::fabs(x - whole) > tolerance) return std::nullopt;
   return whole;
 }
 

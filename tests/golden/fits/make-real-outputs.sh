@@ -388,6 +388,22 @@ summary(tm)
 R
 sample narrow-console txt rscript "f1 ML, f2 REML, tm ML"
 
+# print() of a glm with an AIC over 10,000, which it shows to four
+# significant digits ("18970" for 18965.62), beside summary() of another,
+# which shows two decimals: the trailing zero is rounding, so the two are
+# in an order that the printed digits cannot tell.
+cat >FITS.R <<'R'
+set.seed(2); n <- 5000; x <- rnorm(n); z <- rnorm(n); w <- rnorm(n)
+y <- rpois(n, exp(1 + 0.3 * x + 0.01 * z))
+m2 <- glm(y ~ x + z, family = poisson)
+m4 <- glm(y ~ x + w, family = poisson)
+R
+cat >SHOW.R <<'R'
+m2
+summary(m4)
+R
+sample large-aic-print-and-summary txt rscript "m2 ML, m4 ML"
+
 # statsmodels: OLS and the same model as a Gaussian GLM, a discrete
 # negative binomial, MixedLM by REML and by ML, and summary2() layouts.
 # K counts every estimated parameter: the variance of OLS and of the
