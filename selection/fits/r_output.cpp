@@ -12,8 +12,23 @@ namespace drav::selection::fits {
 namespace {
 
 // Other: the printed output of a fit that no piece reads (polr, lm's
-// print, ...), which ends the piece before it all the same.
-enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Glance, Other };
+// print, ...), which ends the piece before it all the same. Unread: a table
+// of several fits that holds too little to rank them by.
+enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Glance, Other, Unread };
+
+// Why a table of several fits headed by `line` is not read, or nothing.
+std::optional<std::string_view> WhyTableUnread(std::string_view line) {
+  if (line.find("df") == std::string_view::npos) return std::nullopt;  // asked of every line: split only where it may be
+  const auto words = Words(line);
+  if (words.size() == 2 && words[0] == "df" && words[1] == "BIC") {
+    return "BIC(m1, m2, ...) prints no log-likelihood, and without n none follows from it; print AIC(m1, m2, ...)";
+  }
+  if (words.size() >= 5 && words[0] == "Model" && words[1] == "df" && words[2] == "AIC" && words[3] == "BIC" &&
+      words[4] == "logLik") {
+    return "anova() of nlme fits does not say whether they were fitted by REML or by ML; print summary() of each";
+  }
+  return std::nullopt;
+}
 
 // glmmTMB heads its summary with the family, where lme4 heads it with "...
 // mixed model fit by ..." (a heading that may wrap onto a second line) and
@@ -67,6 +82,7 @@ Piece PieceAt(const Transcript& lines, std::size_t i) {
     return Piece::Mixed;
   }
   if (IsAicTableHeading(line)) return Piece::AicTable;
+  if (WhyTableUnread(line)) return Piece::Unread;
   if (IsNlmeHeading(line)) return Piece::Nlme;
   if (IsClmHeading(line)) return Piece::Clm;
   if (IsGlanceHeading(lines, i)) return Piece::Glance;
@@ -157,12 +173,14 @@ void ShareN(std::vector<FitRecord>& records) {
   }
 }
 
-// A line that heads an AIC() table: "  df      AIC", spaced to the names.
+// A line that heads an AIC() table ("  df      AIC", spaced to the names),
+// or one of the tables of several fits that R prints and Drav refuses.
 bool HoldsAicTable(std::string_view text) {
   for (std::size_t at = text.find("df"); at != std::string_view::npos; at = text.find("df", at + 2)) {
     const std::size_t start = text.rfind('\n', at) + 1;  // npos + 1 is 0
     const std::size_t stop = text.find('\n', at);
-    if (IsAicTableHeading(text.substr(start, stop == std::string_view::npos ? stop : stop - start))) return true;
+    const std::string_view line = text.substr(start, stop == std::string_view::npos ? stop : stop - start);
+    if (IsAicTableHeading(line) || WhyTableUnread(line)) return true;
   }
   return false;
 }
@@ -302,6 +320,7 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
         add(std::move(record));
         break;
       }
+      case Piece::Unread: skipped.emplace_back(lines[i].number, std::string(*WhyTableUnread(lines[i].text))); break;
       case Piece::None: break;
     }
     i = end - 1;
