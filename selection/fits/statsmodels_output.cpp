@@ -14,7 +14,8 @@
 //   + 1 for the scale of a Gamma or inverse Gaussian GLM, whose
 //   log-likelihood statsmodels evaluates at the Pearson estimate of the
 //   scale rather than at its maximum, as R does: the two programs' values
-//   differ a little, and are said to when ranked together;
+//   differ a little, and are said to when ranked together; summary2(),
+//   which names no family, shows the scale estimated where it is not 1;
 //   + 1 for the dispersion (alpha) of the discrete negative binomial and
 //   generalized Poisson models, a parameter of the fit that Df Residuals
 //   leaves out and statsmodels' own AIC counts.
@@ -175,7 +176,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
     std::string model;
     std::string family;
     std::string method;
-    std::optional<Printed> nobs, dfResid;
+    std::optional<Printed> nobs, dfResid, scale;
     // The header runs from the first rule to the next.
     std::size_t j = i + 2;
     for (; j < lines.size() && !lines[j].text.starts_with("===") && !lines[j].text.starts_with("---"); ++j) {
@@ -185,6 +186,7 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       if (const auto m = Field(line, "Method:")) method = std::string(*m);
       if (const auto n = Field(line, "No. Observations:")) nobs = ReadPrinted(*n);
       if (const auto d = Field(line, "Df Residuals:")) dfResid = ReadPrinted(*d);
+      if (const auto c = Field(line, "Scale:")) scale = ReadPrinted(*c);
       if (const auto ll = Field(line, "Log-Likelihood:")) {
         if (const auto value = ReadPrinted(*ll)) {
           r.logLik = value->value;
@@ -232,6 +234,14 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       AddStep(r.derivation, "+ 1 for the " + family + " scale");
       r.counting = "statsmodels evaluates a " + family +
                    " GLM's log-likelihood at the Pearson estimate of the scale, R at its maximum";
+    } else if (model == "GLM" && family.empty() && scale && scale->value != 1) {
+      // summary2() names no family, but prints the scale: estimated (a
+      // Gaussian, Gamma or inverse Gaussian GLM) where it is not 1, which
+      // Poisson's and the binomial's is.
+      r.k += 1;
+      AddStep(r.derivation, "+ 1 for the scale, estimated as " + Shown(scale->value) +
+                                " (summary2() names no family; Poisson's and the binomial's scale is 1)");
+      r.counting = "statsmodels' AIC of a GLM leaves out the scale, 2 below R's AIC()";
     }
     records.push_back(std::move(r));
   }

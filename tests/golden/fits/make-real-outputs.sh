@@ -452,4 +452,30 @@ logit = smf.logit("GRADE ~ GPA + TUCE + PSI", spector).fit(disp=0)
 write("statsmodels-summary2", str(ols.summary2()) + "\n\n" + str(logit.summary2()) + "\n",
       [("ML", ols.llf, len(ols.params) + 1, int(ols.nobs)), ("ML", logit.llf, len(logit.params), int(logit.nobs))])
 PY
+
+# summary2() of GLMs names no family: the scale it prints tells a Gaussian
+# or Gamma GLM (estimated, a parameter) from a Poisson one (1).
+"$py" - "$out" <<'PY'
+import sys, warnings
+import numpy as np
+import pandas as pd
+import statsmodels.api as sm
+import statsmodels.formula.api as smf
+warnings.simplefilter("ignore")
+out = sys.argv[1]
+rng = np.random.default_rng(3)
+frame = pd.DataFrame({"x": rng.normal(size=300)})
+frame["y"] = 1 + 0.5 * frame.x + rng.normal(size=300)
+frame["c"] = rng.poisson(np.exp(0.5 + 0.3 * frame.x))
+fits = [smf.glm("y ~ x", frame).fit(),
+        smf.glm("np.exp(y) ~ x", frame, family=sm.families.Gamma(sm.families.links.Log())).fit(),
+        smf.glm("c ~ x", frame, family=sm.families.Poisson()).fit()]
+scaled = [1, 1, 0]
+with open(f"{out}/statsmodels-glm-summary2.txt", "w") as f:
+    f.write("\n\n".join(str(r.summary2()) for r in fits) + "\n")
+with open(f"{out}/statsmodels-glm-summary2.truth", "w") as f:
+    f.write("kind\tlogLik\tk\tn\n")
+    for r, extra in zip(fits, scaled):
+        f.write(f"ML\t{r.llf!r}\t{len(r.params) + extra}\t{int(r.nobs)}\n")
+PY
 echo "wrote $(ls "$out"/*.truth | wc -l) samples in $out"
