@@ -52,8 +52,10 @@ What each program must print; the programs are tried in this order:
                Model leaves out the constant), + 1 for the variance of OLS,
                WLS and GLS, whose printed AIC leaves it out (2 below R's),
                + 1 for the scale of a Gaussian, Gamma or inverse Gaussian
-               GLM, + 1 for the alpha of NegativeBinomial and
-               GeneralizedPoisson. MixedLM: K = the rows of its coefficient
+               GLM (summary2(), naming no family: where its Scale is not
+               1), + 1 for the alpha of NegativeBinomial and
+               GeneralizedPoisson; OrderedModel's thresholds are in its Df
+               Residuals already. MixedLM: K = the rows of its coefficient
                table (fixed effects, random-effects variances and
                covariances) + 1 for the scale, REML or ML as its Method
                says. Log-likelihoods come to 5 significant digits; models

@@ -20,7 +20,8 @@
 //   generalized Poisson models, a parameter of the fit that Df Residuals
 //   leaves out and statsmodels' own AIC counts.
 // Logit, Probit, Poisson and the other GLMs print no AIC; it is computed
-// from the log-likelihood.
+// from the log-likelihood. OrderedModel ("OrderedModel Results") has no
+// constant: its Df Residuals leave out the coefficients and thresholds.
 // MixedLM prints no Df Residuals. Its coefficient table has a row for every
 // parameter but the scale: the fixed effects, then the random effects'
 // variances and covariances ("Group Var", "Group x t Cov"), so K is its
@@ -76,7 +77,8 @@ bool TitleOverRule(std::string_view text) {
 bool LooksLikeStatsmodelsOutput(std::string_view text) {
   if (text.find("Log-Likelihood:") == std::string_view::npos) return false;
   if (text.find("Dep. Variable:") != std::string_view::npos &&
-      text.find("Regression Results") != std::string_view::npos) {
+      (text.find("Regression Results") != std::string_view::npos ||
+       text.find("OrderedModel Results") != std::string_view::npos)) {
     return true;
   }
   // summary2() and MixedLM's summary, whose label is spelt out.
@@ -215,7 +217,8 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
       const double coefficients = nobs->value - dfResid->value;
       r.k = coefficients;
       r.derivation = "K = No. Observations - Df Residuals = " + Shown(coefficients) +
-                     " coefficients (Df Model leaves out the constant)";
+                     (model == "OrderedModel" ? " parameters, the thresholds among them"
+                                              : " coefficients (Df Model leaves out the constant)");
     } else {
       output.Warn("a " + model + " summary without No. Observations and Df Residuals: K is unknown", r.line);
     }

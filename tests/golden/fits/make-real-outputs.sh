@@ -454,7 +454,8 @@ write("statsmodels-summary2", str(ols.summary2()) + "\n\n" + str(logit.summary2(
 PY
 
 # summary2() of GLMs names no family: the scale it prints tells a Gaussian
-# or Gamma GLM (estimated, a parameter) from a Poisson one (1).
+# or Gamma GLM (estimated, a parameter) from a Poisson one (1). And an
+# OrderedModel, whose summary is titled apart from the regressions'.
 "$py" - "$out" <<'PY'
 import sys, warnings
 import numpy as np
@@ -477,5 +478,12 @@ with open(f"{out}/statsmodels-glm-summary2.truth", "w") as f:
     f.write("kind\tlogLik\tk\tn\n")
     for r, extra in zip(fits, scaled):
         f.write(f"ML\t{r.llf!r}\t{len(r.params) + extra}\t{int(r.nobs)}\n")
+from statsmodels.miscmodels.ordinal_model import OrderedModel
+frame["o"] = pd.cut(frame.y, [-10, 0, 1, 2, 10], labels=False)
+ordered = OrderedModel.from_formula("o ~ x", frame, distr="logit").fit(method="bfgs", disp=0)
+with open(f"{out}/statsmodels-ordered.txt", "w") as f:
+    f.write(str(ordered.summary()) + "\n")
+with open(f"{out}/statsmodels-ordered.truth", "w") as f:
+    f.write(f"kind\tlogLik\tk\tn\nML\t{ordered.llf!r}\t{len(ordered.params)}\t{int(ordered.nobs)}\n")
 PY
 echo "wrote $(ls "$out"/*.truth | wc -l) samples in $out"
