@@ -75,13 +75,16 @@ std::vector<FitRecord> ReadAicTable(const Transcript& lines, std::size_t begin, 
                                     ProgramOutput& output) {
   std::vector<FitRecord> records;
   for (std::size_t i = begin + 1; i < end && !lines[i].command; ++i) {
+    // A row is named by the object, or by the call where the fit was made
+    // inside AIC() ("lm(y ~ x, d)"): the name is all before the last two.
     const auto words = Words(lines[i].text);
-    if (words.size() != 3) break;
-    const auto df = ReadPrinted(words[1]);
-    const auto aic = ReadPrinted(words[2]);
+    if (words.size() < 3) break;
+    const auto df = ReadPrinted(words[words.size() - 2]);
+    const auto aic = ReadPrinted(words.back());
     if (!df || !aic) break;
     FitRecord r = output.Model(lines[i].number);
-    r.model = std::string(words[0]);
+    const std::string_view row = Trimmed(lines[i].text);
+    r.model = std::string(Trimmed(row.substr(0, static_cast<std::size_t>(words[words.size() - 2].data() - row.data()))));
     r.k = df->value;
     r.aic = aic->value;
     r.logLik = r.k - aic->value / 2;

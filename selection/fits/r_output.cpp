@@ -12,12 +12,21 @@ namespace drav::selection::fits {
 namespace {
 
 // Other: the printed output of a fit that no piece reads (polr, lm's
-// print, ...), which ends the piece before it all the same. Unread: a table
-// of several fits that holds too little to rank them by.
+// print, ...), which ends the piece before it all the same. Unread: an
+// output that holds too little to rank by, said so.
 enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Glance, Other, Unread };
 
-// Why a table of several fits headed by `line` is not read, or nothing.
-std::optional<std::string_view> WhyTableUnread(std::string_view line) {
+// Why the output headed by `line` is not read, or nothing: a table of
+// several fits, or a fit without a log-likelihood to rank by.
+std::optional<std::string_view> WhyUnread(std::string_view line) {
+  const std::string_view trimmed = Trimmed(line);
+  if (trimmed.starts_with("Analysis of Deviance Table") || trimmed.starts_with("Analysis of Variance Table")) {
+    return "anova() of glm or lm fits prints deviances or sums of squares, no log-likelihood; print AIC(m1, m2, ...)";
+  }
+  if (trimmed.starts_with("Link function:")) {
+    return "mgcv's gam prints no log-likelihood (its ML or REML score is penalized), and its degrees of freedom "
+           "are no whole K";
+  }
   if (line.find("df") == std::string_view::npos) return std::nullopt;  // asked of every line: split only where it may be
   const auto words = Words(line);
   if (words.size() == 2 && words[0] == "df" && words[1] == "BIC") {
@@ -82,7 +91,7 @@ Piece PieceAt(const Transcript& lines, std::size_t i) {
     return Piece::Mixed;
   }
   if (IsAicTableHeading(line)) return Piece::AicTable;
-  if (WhyTableUnread(line)) return Piece::Unread;
+  if (WhyUnread(line)) return Piece::Unread;
   if (IsNlmeHeading(line)) return Piece::Nlme;
   if (IsClmHeading(line)) return Piece::Clm;
   if (IsGlanceHeading(lines, i)) return Piece::Glance;
@@ -180,7 +189,7 @@ bool HoldsAicTable(std::string_view text) {
     const std::size_t start = text.rfind('\n', at) + 1;  // npos + 1 is 0
     const std::size_t stop = text.find('\n', at);
     const std::string_view line = text.substr(start, stop == std::string_view::npos ? stop : stop - start);
-    if (IsAicTableHeading(line) || WhyTableUnread(line)) return true;
+    if (IsAicTableHeading(line) || WhyUnread(line)) return true;
   }
   return false;
 }
@@ -228,7 +237,9 @@ bool HoldsPrintedCall(std::string_view text) {
 }
 
 bool LooksLikeROutput(std::string_view text) {
-  return text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) || HoldsPrintedCall(text) ||
+  return text.find("Analysis of Deviance Table") != std::string_view::npos ||
+         text.find("Analysis of Variance Table") != std::string_view::npos ||
+         (text.find("Link function:") != std::string_view::npos && text.find("Formula:") != std::string_view::npos) || text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) || HoldsPrintedCall(text) ||
          text.find("mixed-effects model fit by") != std::string_view::npos ||
          text.find("least squares fit by") != std::string_view::npos ||
          text.find("link  threshold nobs logLik AIC") != std::string_view::npos ||
@@ -320,7 +331,7 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
         add(std::move(record));
         break;
       }
-      case Piece::Unread: skipped.emplace_back(lines[i].number, std::string(*WhyTableUnread(lines[i].text))); break;
+      case Piece::Unread: skipped.emplace_back(lines[i].number, std::string(*WhyUnread(lines[i].text))); break;
       case Piece::None: break;
     }
     i = end - 1;
@@ -341,7 +352,7 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
   output.NameUnnamed(records, Numbering::ByPlace);
   if (records.empty()) {
     std::string why = "R output, but no model with a likelihood in it (summary() of glm or lme4 fits, "
-                      "anova() of fits, logLik())";
+                      "anova() of lme4 fits, logLik())";
     for (const auto& [line, s] : skipped) why += "; line " + std::to_string(line) + ": " + s;
     output.Refuse(0, std::move(why));
   }
