@@ -91,7 +91,19 @@ bool LooksLikeLavaanOutput(std::string_view text) {
     const std::size_t end = text.find('\n', at);
     if (StartsSummary(text.substr(at, end == std::string_view::npos ? text.size() - at : end - at))) return true;
   }
-  return Opening(text).find("Loglikelihood user model (H0)") != std::string_view::npos || HasFitMeasures(text);
+  return Opening(text).find("Loglikelihood user model (H0)") != std::string_view::npos || HasFitMeasures(text) ||
+         text.find("Chi-Squared Difference Test") != std::string_view::npos;
+}
+
+// anova() of lavaan fits (lavTestLRT()): "Chi-Squared Difference Test",
+// or "Scaled Chi-Squared ..." under a robust estimator. Its Df is the
+// chi-square's, not K, and it prints no log-likelihood.
+constexpr std::string_view kDifferenceTest =
+    "anova() of lavaan fits prints each model's chi-square df, not its K, and no log-likelihood; print "
+    "fitMeasures(fit, c(\"logl\", \"npar\", \"ntotal\")) of each";
+
+bool StartsDifferenceTest(std::string_view line) {
+  return Trimmed(line).ends_with("Chi-Squared Difference Test");
 }
 
 // What a summary prints around its model's numbers, wanted once it ends.
@@ -237,6 +249,7 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
     std::int64_t line;
   };
   std::optional<Observations> observations;  // outside a summary, for the section below it
+  std::optional<std::int64_t> differenceTest;  // the line of one, not read
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (lines[i].command) {
       estimates.Stop();
@@ -269,7 +282,12 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
     }
     if (open) estimates.Take(lines[i].text, records.back());
     if (!Wanted(lines[i].text)) continue;
-    if (StartsSummary(lines[i].text)) {
+    if (StartsDifferenceTest(lines[i].text)) {
+      estimates.Stop();
+      if (open) Finish(records.back(), summary, output);
+      open = false;
+      if (!differenceTest) differenceTest = lines[i].number;
+    } else if (StartsSummary(lines[i].text)) {
       estimates.Stop();
       if (open) Finish(records.back(), summary, output);
       records.push_back(output.Model(lines[i].number));
@@ -299,7 +317,12 @@ std::vector<FitRecord> ReadLavaanOutput(std::string_view text, ProgramOutput& ou
       TakeLine(lines, i, records.back(), summary);
     }
   }
-  if (records.empty()) output.Refuse(0, "lavaan output, but no summary() or fitMeasures() in it");
+  if (records.empty()) {
+    output.Refuse(0, "lavaan output, but no summary() or fitMeasures() in it" +
+                         (differenceTest ? "; line " + std::to_string(*differenceTest) + ": " + std::string(kDifferenceTest)
+                                         : std::string()));
+  }
+  if (differenceTest) output.Note(std::string(kDifferenceTest), *differenceTest);
   if (open) Finish(records.back(), summary, output);
   // Named by the object printed where the transcript shows it; else by the
   // file, numbered where it holds more than one.
