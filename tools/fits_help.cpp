@@ -55,11 +55,12 @@ What each program must print; the programs are tried in this order:
                GLM (summary2(), naming no family: where its Scale is not
                1), + 1 for the alpha of NegativeBinomial and
                GeneralizedPoisson; OrderedModel's thresholds are in its Df
-               Residuals already. MixedLM: K = the rows of its coefficient
-               table (fixed effects, random-effects variances and
-               covariances) + 1 for the scale, REML or ML as its Method
+               Residuals already; a zero-inflated model's K is the rows of
+               its coefficient table. MixedLM: K = the rows of its
+               coefficient table (fixed effects, random-effects variances
+               and covariances) + 1 for the scale, REML or ML as its Method
                says. Log-likelihoods come to 5 significant digits; models
-               without an AIC get it from them.
+               without an AIC get it from them. GEE has no likelihood.
   MARK         the output file of a run, any number of models. logLik =
                -2logL / -2, printed without the multinomial constants (kind
                "constants dropped": it ranks only beside MARK fits of the

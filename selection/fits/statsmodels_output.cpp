@@ -22,6 +22,8 @@
 // Logit, Probit, Poisson and the other GLMs print no AIC; it is computed
 // from the log-likelihood. OrderedModel ("OrderedModel Results") has no
 // constant: its Df Residuals leave out the coefficients and thresholds.
+// A zero-inflated model's Df Residuals leave out its inflation model: K is
+// the rows of its coefficient table, as R's zeroinfl() counts them.
 // MixedLM prints no Df Residuals. Its coefficient table has a row for every
 // parameter but the scale: the fixed effects, then the random effects'
 // variances and covariances ("Group Var", "Group x t Cov"), so K is its
@@ -75,6 +77,8 @@ bool TitleOverRule(std::string_view text) {
 }
 
 bool LooksLikeStatsmodelsOutput(std::string_view text) {
+  // GEE's summary prints no likelihood, having none: statsmodels', refused so.
+  if (text.find("GEE Regression Results") != std::string_view::npos) return true;
   if (text.find("Log-Likelihood:") == std::string_view::npos) return false;
   if (text.find("Dep. Variable:") != std::string_view::npos &&
       (text.find("Regression Results") != std::string_view::npos ||
@@ -205,12 +209,25 @@ std::vector<FitRecord> ReadStatsmodelsOutput(std::string_view text, ProgramOutpu
     i = j;
     ReadTerms(lines, j, r);
     if (std::isnan(r.logLik)) {
-      output.Note("a " + model + " summary without a log-likelihood is left out", r.line);
+      output.Note(model == "GEE" ? "a GEE fit has no likelihood (estimating equations fit it), so no AIC ranks it; left out"
+                                 : "a " + model + " summary without a log-likelihood is left out",
+                  r.line);
       continue;
     }
     if (nobs) r.n = nobs->value;
     if (model == "MixedLM") {
       if (CountMixedModel(lines, i, method, r, output)) records.push_back(std::move(r));
+      continue;
+    }
+    if (model.starts_with("ZeroInflated") && !r.terms.empty()) {
+      // Df Residuals counts the count model's coefficients alone; the
+      // inflation model's ("inflate_const") and a negative binomial's alpha
+      // are rows of the table as well.
+      r.k = static_cast<double>(r.terms.size());
+      r.derivation = "K = the " + Shown(r.k) +
+                     " rows of the coefficient table, the inflation model's among them (Df Residuals leaves them out)";
+      r.counting = "statsmodels' AIC of a zero-inflated model leaves out the inflation model's parameters";
+      records.push_back(std::move(r));
       continue;
     }
     if (nobs && dfResid) {

@@ -455,7 +455,8 @@ PY
 
 # summary2() of GLMs names no family: the scale it prints tells a Gaussian
 # or Gamma GLM (estimated, a parameter) from a Poisson one (1). And an
-# OrderedModel, whose summary is titled apart from the regressions'.
+# OrderedModel, whose summary is titled apart from the regressions', and a
+# zero-inflated Poisson.
 "$py" - "$out" <<'PY'
 import sys, warnings
 import numpy as np
@@ -485,5 +486,14 @@ with open(f"{out}/statsmodels-ordered.txt", "w") as f:
     f.write(str(ordered.summary()) + "\n")
 with open(f"{out}/statsmodels-ordered.truth", "w") as f:
     f.write(f"kind\tlogLik\tk\tn\nML\t{ordered.llf!r}\t{len(ordered.params)}\t{int(ordered.nobs)}\n")
+# A zero-inflated Poisson: its Df Residuals, and statsmodels' own AIC,
+# leave out the inflation model's constant, a parameter all the same.
+from statsmodels.discrete.count_model import ZeroInflatedPoisson
+exog = sm.add_constant(frame[["x"]])
+zip_ = ZeroInflatedPoisson(frame.c * (rng.random(300) > 0.2), exog, exog_infl=np.ones((300, 1))).fit(disp=0, maxiter=200)
+with open(f"{out}/statsmodels-zero-inflated.txt", "w") as f:
+    f.write(str(zip_.summary()) + "\n")
+with open(f"{out}/statsmodels-zero-inflated.truth", "w") as f:
+    f.write(f"kind\tlogLik\tk\tn\nML\t{zip_.llf!r}\t{len(zip_.params)}\t{int(zip_.nobs)}\n")
 PY
 echo "wrote $(ls "$out"/*.truth | wc -l) samples in $out"
