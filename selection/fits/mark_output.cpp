@@ -152,10 +152,11 @@ class MarkReader {
     return term;
   }
 
+  // A place, a colon and a name after it: "7:" alone names no beta.
   static bool IsBetaRow(std::string_view line) {
     std::size_t digits = 0;
     while (digits < line.size() && line[digits] >= '0' && line[digits] <= '9') ++digits;
-    return digits > 0 && digits < line.size() && line[digits] == ':';
+    return digits > 0 && digits < line.size() && line[digits] == ':' && !Trimmed(line.substr(digits + 1)).empty();
   }
 
   void Begin(const Keyed& keyed, std::int64_t number) {
