@@ -100,6 +100,17 @@ Piece PieceAt(const Transcript& lines, std::size_t i) {
   return Piece::None;
 }
 
+// R prints a named list a "$name" line over each element: the element's
+// name, where the line just above the piece at `i` is one.
+std::string ListElementName(const Transcript& lines, std::size_t i) {
+  while (i-- > 0 && !lines[i].command) {
+    const std::string_view line = Trimmed(lines[i].text);
+    if (line.empty()) continue;
+    return line.starts_with('$') && IsName(line.substr(1)) ? std::string(line.substr(1)) : std::string();
+  }
+  return {};
+}
+
 struct LogLikLine {
   Printed value;
   double df = 0;
@@ -274,7 +285,10 @@ std::vector<FitRecord> ReadROutput(std::string_view text, ProgramOutput& output)
     std::size_t end = i + 1;
     while (end < lines.size() && !lines[end].command && PieceAt(lines, end) == Piece::None) ++end;
     const std::string_view command = CommandBefore(lines, i);
-    const std::string object = PrintedObject(command);
+    // "$full" over an element of a printed list names it better than the
+    // command that printed the whole list.
+    const std::string element = ListElementName(lines, i);
+    const std::string object = element.empty() ? PrintedObject(command) : element;
     const auto add = [&](std::optional<FitRecord> record) {
       if (record) found.push_back({std::move(*record), object});
     };

@@ -404,6 +404,20 @@ summary(m4)
 R
 sample large-aic-print-and-summary txt rscript "m2 ML, m4 ML"
 
+# lapply() over a named list of fits: R prints "$full" over each element,
+# the summaries, then their log-likelihoods, which belong to the same two
+# fits (no row of their own).
+cat >FITS.R <<'R'
+m1 <- glm(count ~ spray, family = poisson, data = InsectSprays)
+m0 <- glm(count ~ 1, family = poisson, data = InsectSprays)
+ms <- list(full = m1, null = m0)
+R
+cat >SHOW.R <<'R'
+lapply(ms, summary)
+lapply(ms, logLik)
+R
+sample lapply-named-fits txt rscript "m1 ML, m0 ML"
+
 # statsmodels: OLS and the same model as a Gaussian GLM, a discrete
 # negative binomial, MixedLM by REML and by ML, and summary2() layouts.
 # K counts every estimated parameter: the variance of OLS and of the
