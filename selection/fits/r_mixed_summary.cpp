@@ -1,8 +1,9 @@
 // summary() and print() of an lme4 fit, and of a glmmTMB fit. An ML fit
 // prints its AIC table (older lme4 heads the -2 log-likelihood "deviance",
-// newer "-2*log(L)"), whose df.resid gives K = n - df.resid exactly. A REML fit prints only its
-// REML criterion: no AIC, and a likelihood that compares only fits with the
-// same fixed effects; its K is counted from the tables:
+// newer "-2*log(L)"), whose df.resid gives K = n - df.resid exactly. A REML
+// fit prints only its REML criterion: no AIC, and a likelihood that
+// compares only fits with the same fixed effects; its K is counted from the
+// tables:
 //   K = fixed effects + sum over grouping factors of t(t+1)/2 for t terms
 //       (their variances and correlations) + 1 for the residual variance.
 #include <algorithm>

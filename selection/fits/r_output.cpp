@@ -16,14 +16,20 @@ namespace {
 // output that holds too little to rank by, said so.
 enum class Piece { None, Glm, Lm, Mixed, Anova, LogLik, AicTable, Nlme, Clm, Glance, Other, Unread };
 
+// The headings of R's outputs that hold no log-likelihood to rank by:
+// anova() of glm and of lm fits, and mgcv's gam (over its "Formula:").
+constexpr std::string_view kDevianceTable = "Analysis of Deviance Table";
+constexpr std::string_view kVarianceTable = "Analysis of Variance Table";
+constexpr std::string_view kGamLink = "Link function:";
+
 // Why the output headed by `line` is not read, or nothing: a table of
 // several fits, or a fit without a log-likelihood to rank by.
 std::optional<std::string_view> WhyUnread(std::string_view line) {
   const std::string_view trimmed = Trimmed(line);
-  if (trimmed.starts_with("Analysis of Deviance Table") || trimmed.starts_with("Analysis of Variance Table")) {
+  if (trimmed.starts_with(kDevianceTable) || trimmed.starts_with(kVarianceTable)) {
     return "anova() of glm or lm fits prints deviances or sums of squares, no log-likelihood; print AIC(m1, m2, ...)";
   }
-  if (trimmed.starts_with("Link function:")) {
+  if (trimmed.starts_with(kGamLink)) {
     return "mgcv's gam prints no log-likelihood (its ML or REML score is penalized), and its degrees of freedom "
            "are no whole K";
   }
@@ -248,9 +254,9 @@ bool HoldsPrintedCall(std::string_view text) {
 }
 
 bool LooksLikeROutput(std::string_view text) {
-  return text.find("Analysis of Deviance Table") != std::string_view::npos ||
-         text.find("Analysis of Variance Table") != std::string_view::npos ||
-         (text.find("Link function:") != std::string_view::npos && text.find("Formula:") != std::string_view::npos) || text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) || HoldsPrintedCall(text) ||
+  return text.find(kDevianceTable) != std::string_view::npos || text.find(kVarianceTable) != std::string_view::npos ||
+         (text.find(kGamLink) != std::string_view::npos && text.find("Formula:") != std::string_view::npos) ||
+         text.find("'log Lik.' ") != std::string_view::npos || HoldsAicTable(text) || HoldsPrintedCall(text) ||
          text.find("mixed-effects model fit by") != std::string_view::npos ||
          text.find("least squares fit by") != std::string_view::npos ||
          text.find("link  threshold nobs logLik AIC") != std::string_view::npos ||
@@ -258,10 +264,7 @@ bool LooksLikeROutput(std::string_view text) {
           (text.find("Log-likelihood:") != std::string_view::npos ||
            text.find("Loglik(model)=") != std::string_view::npos || text.find("-2 log L:") != std::string_view::npos ||
            text.find("Residual standard error:") != std::string_view::npos ||
-           text.find("Likelihood ratio test=") != std::string_view::npos ||
-           // print() of lm: R's, though it holds no likelihood, so that the
-           // refusal says why rather than that no program printed it.
-           text.find("lm(formula =") != std::string_view::npos)) ||
+           text.find("Likelihood ratio test=") != std::string_view::npos)) ||
          (text.find("Formula:") != std::string_view::npos && text.find("df.resid") != std::string_view::npos) ||
          text.find("Residual deviance:") != std::string_view::npos ||
          (text.find("Degrees of Freedom:") != std::string_view::npos &&
